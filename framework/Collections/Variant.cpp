@@ -1,0 +1,129 @@
+#include "framework/Collections/Variant.h"
+
+#include <cmath>
+#include <limits>
+
+void CVariant::Reset()
+{
+    m_Kind = Kind::None;
+    m_Integer = 0;
+    m_Double = 0.0;
+    m_Object.Clear();
+}
+
+short CVariant::get_Type()
+{
+    switch (m_Kind) {
+    case Kind::Integer:
+        return VARIANT_INTEGER;
+    case Kind::Double:
+        return VARIANT_DOUBLE;
+    default:
+        return VARIANT_NONE;
+    }
+}
+
+double CVariant::get_Double()
+{
+    if (m_Kind == Kind::Integer)
+        return double(m_Integer);
+    return m_Kind == Kind::Double ? m_Double : 0.0;
+}
+
+int CVariant::get_Integer()
+{
+    if (m_Kind == Kind::Integer)
+        return m_Integer;
+    if (m_Kind != Kind::Double || !std::isfinite(m_Double))
+        return 0;
+    // Out of range values saturate instead of overflowing.
+    if (m_Double >= double(std::numeric_limits<int>::max()))
+        return std::numeric_limits<int>::max();
+    if (m_Double <= double(std::numeric_limits<int>::min()))
+        return std::numeric_limits<int>::min();
+    return int(m_Double);
+}
+
+int32_t CVariant::put_Integer(int value)
+{
+    Reset();
+    m_Kind = Kind::Integer;
+    m_Integer = value;
+    return S_OK;
+}
+
+int32_t CVariant::put_Double(double value)
+{
+    Reset();
+    m_Kind = Kind::Double;
+    m_Double = value;
+    return S_OK;
+}
+
+short CVariant::IsObject() { return m_Kind == Kind::Object ? 1 : 0; }
+
+int32_t CVariant::get_Object(IUnknown** out)
+{
+    if (!out)
+        return E_POINTER;
+    if (m_Kind != Kind::Object && m_Kind != Kind::String) {
+        *out = nullptr;
+        return E_FAIL;
+    }
+    *out = m_Object.Copy();
+    return S_OK;
+}
+
+int32_t CVariant::put_Object(IUnknown* value)
+{
+    // Another variant gives its value; anything else is held as an object.
+    if (auto other = QueryAs<IVariant>(value)) {
+        if (SameObject(other.get(), Primary()))
+            return S_OK;
+        if (other->IsString()) {
+            SmartPtr<IString> text;
+            other->get_String(text.Receive());
+            return put_String(text);
+        }
+        if (other->IsObject()) {
+            SmartPtr<IUnknown> object;
+            other->get_Object(object.Receive());
+            return put_Object(object);
+        }
+        if (other->get_Type() == VARIANT_INTEGER)
+            return put_Integer(other->get_Integer());
+        if (other->get_Type() == VARIANT_DOUBLE)
+            return put_Double(other->get_Double());
+        Reset();
+        return S_OK;
+    }
+    SmartPtr<IUnknown> keep(value);
+    Reset();
+    if (keep) {
+        m_Kind = Kind::Object;
+        m_Object = keep;
+    }
+    return S_OK;
+}
+
+short CVariant::IsString() { return m_Kind == Kind::String ? 1 : 0; }
+
+int32_t CVariant::get_String(IString** out)
+{
+    if (!out)
+        return E_POINTER;
+    if (m_Kind != Kind::String)
+        return E_FAIL;
+    return m_Object->QueryInterface(IID_IString, reinterpret_cast<void**>(out));
+}
+
+int32_t CVariant::put_String(IString* value)
+{
+    SmartPtr<IUnknown> keep(value);
+    Reset();
+    if (keep) {
+        m_Kind = Kind::String;
+        m_Object = keep;
+    }
+    return S_OK;
+}

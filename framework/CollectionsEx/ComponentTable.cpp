@@ -1,0 +1,39 @@
+#include "framework/CollectionsEx/ComponentTable.h"
+
+#include <cwchar>
+#include <iterator>
+
+namespace {
+
+// One line per component. The module's own six are listed like any other.
+const ComponentLocation kComponents[] = {
+    {L"VXBible", L"VXCore"},
+    {L"VXBibleBook", L"VXCore"},
+    {L"VXSong", L"VXCore"},
+    {L"VXSongConvert", L"VXCore"},
+    {L"VXSongVerse", L"VXCore"},
+    {L"VXVisualText", L"VXCore"},
+    {L"CreatableString", L"Collections"},
+    {L"Variant", L"Collections"},
+    {L"GlobalComponentCollection", L"CollectionsEx"},
+    {L"ComponentString", L"CollectionsEx"},
+};
+
+} // namespace
+
+const ComponentLocation* ComponentTable(int* count)
+{
+    *count = int(std::size(kComponents));
+    return kComponents;
+}
+
+const wchar_t* ComponentModule(tagREFString component)
+{
+    for (const ComponentLocation& location : kComponents) {
+        size_t length = std::wcslen(location.m_Component);
+        if (component.m_Length >= 0 && length == size_t(component.m_Length) &&
+            std::wmemcmp(location.m_Component, component.m_Buffer, length) == 0)
+            return location.m_Module;
+    }
+    return nullptr;
+}

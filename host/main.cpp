@@ -1,0 +1,88 @@
+// vxhost <noun> <verb> [args]: each command is a job a user has.
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+
+#include "host/Host.h"
+#include "host/HostEnvironment.h"
+#include "runtime/Module.h"
+
+namespace {
+
+std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands()}; }
+
+void PrintUsage(const char* noun)
+{
+    std::cout << "usage: vxhost <noun> <verb> [arguments]\n"
+                 "Runs the text content module of the presentation program, as the program would.\n\n";
+    for (const auto* commands : AllCommands()) {
+        for (const HostCommand& command : *commands) {
+            if (noun && std::strcmp(noun, command.m_Noun) != 0)
+                continue;
+            std::cout << "  vxhost " << command.m_Noun << ' ' << command.m_Verb;
+            if (*command.m_Usage)
+                std::cout << ' ' << command.m_Usage;
+            std::cout << "\n      " << command.m_Summary << '\n';
+        }
+    }
+    std::cout << "\n  vxhost --help, vxhost <noun> --help: this text.\n";
+}
+
+bool IsHelp(const char* argument) { return std::strcmp(argument, "--help") == 0 || std::strcmp(argument, "-h") == 0; }
+
+} // namespace
+
+int HostFail(const std::string& message)
+{
+    std::cerr << "vxhost: " << message << '\n';
+    return 1;
+}
+
+IUnknown* HostCreateObject(const wchar_t* component, const IID& iid)
+{
+    IID wanted = iid;
+    return CreateObject(CREFString(component), &wanted);
+}
+
+int main(int argc, char** argv)
+{
+    // Wide character classes follow Unicode, as the application's do.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    if (argc < 2 || IsHelp(argv[1])) {
+        PrintUsage(nullptr);
+        return argc < 2 ? 2 : 0;
+    }
+    const char* noun = argv[1];
+    bool known = false;
+    for (const auto* commands : AllCommands())
+        for (const HostCommand& command : *commands)
+            known = known || std::strcmp(command.m_Noun, noun) == 0;
+    if (!known)
+        return HostFail(std::string("unknown command \"") + noun + "\"; see vxhost --help");
+    if (argc < 3 || IsHelp(argv[2])) {
+        PrintUsage(noun);
+        return argc < 3 ? 2 : 0;
+    }
+    for (const auto* commands : AllCommands()) {
+        for (const HostCommand& command : *commands) {
+            if (std::strcmp(command.m_Noun, noun) != 0 || std::strcmp(command.m_Verb, argv[2]) != 0)
+                continue;
+            Arguments arguments(argv + 3, argv + argc);
+            for (const std::string& argument : arguments) {
+                if (IsHelp(argument.c_str())) {
+                    std::cout << "usage: vxhost " << command.m_Noun << ' ' << command.m_Verb << ' '
+                              << command.m_Usage << "\n" << command.m_Summary << '\n';
+                    return 0;
+                }
+            }
+            std::string error;
+            if (!HostEnterModuleFolder(&error))
+                return HostFail(error);
+            int status = command.m_Run(arguments);
+            std::cout.flush();
+            return status;
+        }
+    }
+    return HostFail(std::string("unknown command \"") + noun + ' ' + argv[2] + "\"; see vxhost " + noun + " --help");
+}

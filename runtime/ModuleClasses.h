@@ -1,0 +1,6 @@
+// The creation functions of the module's own classes, each defined beside its class.
+#pragma once
+#include "runtime/VXCore.h"
+
+int32_t CreateVXSong(void* outer, IID* iid, void** object);
+int32_t CreateVXSongVerse(void* outer, IID* iid, void** object);

@@ -1,0 +1,161 @@
+// User interface: editor, buttons, property pages, tree, verbs, windows, clipboard.
+#pragma once
+#include "runtime/interfaces/Drawing.h"
+
+// Publishes an object's fields by number.
+struct IUIPropInterrogate : IUnknown {
+    static const IID& Iid() { return IID_IUIPropInterrogate; }
+    virtual int32_t Inquire(int id, int* value) = 0;
+    virtual int32_t Control(int id, int value) = 0;
+    virtual int32_t ParameterRange(int id, int* low, int* high) = 0;
+    virtual int32_t ParameterEnumeration(int id, IUnknown** enumeration) = 0;
+};
+
+struct IUIPropInterrogateEx : IUIPropInterrogate {
+    static const IID& Iid() { return IID_IUIPropInterrogateEx; }
+    virtual int32_t InquireEx(int id, IUnknown** value) = 0;
+    virtual int32_t ControlEx(int id, IUnknown* value) = 0;
+    virtual int32_t UIPropInterrogate_SaveFolderStream(INamedCollection* names, IFolderStream* stream, int flags) = 0;
+    virtual int32_t UIPropInterrogate_LoadFolderStream(IFolderStream* stream, int flags) = 0;
+    virtual int32_t UIPropInterrogate_SaveXML(INamedCollection* names, IDataStream* stream, int flags) = 0;
+    virtual int32_t UIPropInterrogate_LoadXML(INamedCollection* names, IDataStream* stream, int flags) = 0;
+};
+
+struct IUITextEdit : IUnknown {
+    static const IID& Iid() { return IID_IUITextEdit; }
+    // A song (read by the editor itself), a string, or null for empty.
+    virtual int32_t put_Content(IUnknown* content) = 0;
+    // 0: the whole text as IString; 1: a collection of the lines.
+    virtual int32_t get_Content(int what, IUnknown** out) = 0;
+    // "html" or "script".
+    virtual int32_t put_Format(IString* format) = 0;
+};
+
+struct IButton : IUnknown {
+    static const IID& Iid() { return IID_IButton; }
+    virtual int32_t Press() = 0;
+    virtual int32_t Unpress() = 0;
+    virtual int32_t SetSize(double width, double height) = 0;
+    virtual int32_t SetPosition(double x, double y) = 0;
+    virtual int32_t put_Caption(tagREFString text) = 0;
+    virtual int32_t put_Tooltip(tagREFString text) = 0;
+    virtual int32_t Control(int code, int value) = 0;
+    virtual int32_t Inquire(int code, int* value) = 0;
+    virtual int32_t CopyLook(IUnknown* model, int mode) = 0;
+};
+
+struct IButtonCollection : IUnknown {
+    static const IID& Iid() { return IID_IButtonCollection; }
+    virtual int32_t Add(IUnknown* button) = 0;
+    virtual int32_t Render(UbuntuCanvas* canvas, CANVASRect* rect) = 0;
+    virtual int32_t GetButton(int id, IButton** out) = 0;
+    virtual int32_t Control(int code, int value) = 0;
+    // 0 when the event hit the strip, non-zero otherwise.
+    virtual int32_t Pointer(int button, int phase, int flags, double x, double y, CANVASRect* rect, IUnknown** hit,
+                            int reserved) = 0;
+};
+
+struct IUIUtils : IUnknown {
+    static const IID& Iid() { return IID_IUIUtils; }
+    virtual int32_t ShowPropertyFrame(IString* title, IUnknown* owner, int a, IUnknown* pages, IUnknown** frame, int b,
+                                      int c) = 0;
+    virtual int32_t ShowFileArchive(IUnknown* archive, int a, int b, int c, int d, int e, int f) = 0;
+};
+
+struct IUIPropertyPageCollection : IUnknown {
+    static const IID& Iid() { return IID_IUIPropertyPageCollection; }
+    virtual int32_t put_Pages(IUnknown* pageNames, int mode) = 0;
+    virtual int32_t put_Object(IUnknown* object, int flags) = 0;
+    virtual int32_t get_Objects(ISimpleCollection** out) = 0;
+    virtual int32_t SetFlags(int flags) = 0;
+    virtual int32_t get_PageValue(int code, IUnknown** object, int* value) = 0;
+};
+
+struct IUIPropertyFrame : IUnknown {
+    static const IID& Iid() { return IID_IUIPropertyFrame; }
+    virtual int32_t Show(int a, int b) = 0;
+};
+
+struct IUIPropertyPageSpecify : IUnknown {
+    static const IID& Iid() { return IID_IUIPropertyPageSpecify; }
+    virtual int32_t GetPages(int mode, INamedCollection** pages, IUnknown** context) = 0;
+};
+
+struct IUIPropertyPage : IUnknown {
+    static const IID& Iid() { return IID_IUIPropertyPage; }
+    virtual int32_t Initialize(ISimpleCollection* objects, IUnknown* frame, int mode, IUnknown* context) = 0;
+    virtual int32_t GetState() = 0;
+    virtual int32_t GetHelp(IUnknown** help) = 0;
+    virtual int32_t Apply(IUnknown* object) = 0;
+    virtual int32_t Close() = 0;
+    virtual int32_t Cancel() = 0;
+    virtual int32_t GetTitle(IString** title) = 0;
+};
+
+struct IUITree : IUnknown {
+    static const IID& Iid() { return IID_IUITree; }
+    virtual int32_t SetOption(int code, int value) = 0;
+    virtual int32_t get_Root(IUnknown** root) = 0;
+    virtual int32_t put_Root(IUnknown* root) = 0;
+    virtual int32_t Reset() = 0;
+    virtual int32_t Expand(IUnknown* collection, int index) = 0;
+    // mode 5: the caller reports the selection; mode 7: the tree does.
+    virtual int32_t SelectRow(int row, int mode) = 0;
+    virtual int32_t GetSelection(int a, int b, IUnknown** active) = 0;
+};
+
+struct IUINodeContainer : IUnknown {
+    static const IID& Iid() { return IID_IUINodeContainer; }
+    virtual int32_t Detach() = 0;
+};
+
+struct IUIManagerCollection : IUnknown {
+    static const IID& Iid() { return IID_IUIManagerCollection; }
+    virtual int32_t SetCaption(IString* text, int a, int b) = 0;
+};
+
+struct IUIVerb : IUnknown {
+    static const IID& Iid() { return IID_IUIVerb; }
+    virtual int32_t Control(int code, int value) = 0;
+};
+
+struct IUIVerbCollection : IUnknown {
+    static const IID& Iid() { return IID_IUIVerbCollection; }
+    virtual int32_t get_Item(int index, IUnknown** verb) = 0;
+    virtual int32_t get_Index(int code) = 0;
+    virtual int32_t Add(int a, IString* name, int b, int c, int code, int d) = 0;
+};
+
+struct IWindowCollection : IUnknown {
+    static const IID& Iid() { return IID_IWindowCollection; }
+    virtual int32_t get_Item(int index, IUnknown** out) = 0;
+    virtual int32_t FindWindow(IString* name, int* index) = 0;
+    virtual int32_t RemoveWindow(int index) = 0;
+};
+
+struct IHostWindow : IUnknown {
+    static const IID& Iid() { return IID_IHostWindow; }
+    // 0 closes.
+    virtual int32_t Show(int mode) = 0;
+};
+
+struct IUIDropSource : IUnknown {
+    static const IID& Iid() { return IID_IUIDropSource; }
+};
+
+struct IWorkspace : IUnknown {
+    static const IID& Iid() { return IID_IWorkspace; }
+    virtual int32_t BeginDrag(IUIDropSource* source, int a, int b, IUnknown* node) = 0;
+};
+
+struct IMessageWindow : IUnknown {
+    static const IID& Iid() { return IID_IMessageWindow; }
+    // Shows the text while the object lives.
+    virtual int32_t Show(IString* text) = 0;
+};
+
+struct IClipboard : IUnknown {
+    static const IID& Iid() { return IID_IClipboard; }
+    // The clipboard's text: (IID_IString, 0, out).
+    virtual int32_t GetData(const IID& iid, int mode, IUnknown** out) = 0;
+};
