@@ -16,8 +16,13 @@ struct HostCommand {
     int (*m_Run)(const Arguments& arguments);
 };
 
-// The commands of each noun, defined with the noun's code.
+// The commands of each noun, defined with the noun's code. A command whose verb
+// is empty takes every argument after its noun.
 const std::vector<HostCommand>& SongCommands();
+const std::vector<HostCommand>& DemoCommands();
+
+// Prints the verses of a song file; the exit status.
+int ShowSongFile(const std::string& file);
 
 // Prints to standard error and gives the exit status of a failed command.
 int HostFail(const std::string& message);

@@ -38,7 +38,13 @@ int SongShow(const Arguments& arguments)
 {
     if (arguments.size() != 1)
         return HostFail("song show takes one file; see vxhost song --help");
-    std::string file = HostPath(arguments[0]);
+    return ShowSongFile(HostPath(arguments[0]));
+}
+
+} // namespace
+
+int ShowSongFile(const std::string& file)
+{
     std::wstring text;
     std::string error;
     if (!ReadSongText(file, &text, &error))
@@ -62,8 +68,6 @@ int SongShow(const Arguments& arguments)
     verses->Clear();
     return 0;
 }
-
-} // namespace
 
 const std::vector<HostCommand>& SongCommands()
 {

@@ -10,7 +10,7 @@
 
 namespace {
 
-std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands()}; }
+std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands(), &DemoCommands()}; }
 
 void PrintUsage(const char* noun)
 {
@@ -20,7 +20,9 @@ void PrintUsage(const char* noun)
         for (const HostCommand& command : *commands) {
             if (noun && std::strcmp(noun, command.m_Noun) != 0)
                 continue;
-            std::cout << "  vxhost " << command.m_Noun << ' ' << command.m_Verb;
+            std::cout << "  vxhost " << command.m_Noun;
+            if (*command.m_Verb)
+                std::cout << ' ' << command.m_Verb;
             if (*command.m_Usage)
                 std::cout << ' ' << command.m_Usage;
             std::cout << "\n      " << command.m_Summary << '\n';
@@ -60,19 +62,26 @@ int main(int argc, char** argv)
             known = known || std::strcmp(command.m_Noun, noun) == 0;
     if (!known)
         return HostFail(std::string("unknown command \"") + noun + "\"; see vxhost --help");
-    if (argc < 3 || IsHelp(argv[2])) {
+    const HostCommand* nounOnly = nullptr;
+    for (const auto* commands : AllCommands())
+        for (const HostCommand& command : *commands)
+            if (std::strcmp(command.m_Noun, noun) == 0 && !*command.m_Verb)
+                nounOnly = &command;
+    if (!nounOnly && (argc < 3 || IsHelp(argv[2]))) {
         PrintUsage(noun);
         return argc < 3 ? 2 : 0;
     }
     for (const auto* commands : AllCommands()) {
         for (const HostCommand& command : *commands) {
-            if (std::strcmp(command.m_Noun, noun) != 0 || std::strcmp(command.m_Verb, argv[2]) != 0)
+            bool matches = std::strcmp(command.m_Noun, noun) == 0 &&
+                           (!*command.m_Verb || std::strcmp(command.m_Verb, argv[2]) == 0);
+            if (!matches)
                 continue;
-            Arguments arguments(argv + 3, argv + argc);
+            Arguments arguments(argv + (*command.m_Verb ? 3 : 2), argv + argc);
             for (const std::string& argument : arguments) {
                 if (IsHelp(argument.c_str())) {
-                    std::cout << "usage: vxhost " << command.m_Noun << ' ' << command.m_Verb << ' '
-                              << command.m_Usage << "\n" << command.m_Summary << '\n';
+                    std::cout << "usage: vxhost " << command.m_Noun << (*command.m_Verb ? " " : "")
+                              << command.m_Verb << ' ' << command.m_Usage << "\n" << command.m_Summary << '\n';
                     return 0;
                 }
             }
