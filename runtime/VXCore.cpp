@@ -9,6 +9,7 @@ namespace {
 
 // In lookup order. "VXBibleChapter" lives only inside a book and is not listed.
 const ComponentEntry kComponents[] = {
+    {REFLiteral(L"VXSong"), &CreateVXSong},
     {REFLiteral(L"VXSongVerse"), &CreateVXSongVerse},
 };
 

@@ -1,0 +1,45 @@
+#include "e2e/HostRun.h"
+
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vxtest {
+
+namespace {
+
+std::string Slurp(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+}
+
+} // namespace
+
+HostResult RunHost(const std::string& arguments, const std::string& folder)
+{
+    auto errFile = std::filesystem::temp_directory_path() / ("vxhost-err-" + std::to_string(getpid()));
+    std::string command = std::string(VX_BUILD_DIR) + "/vxhost " + arguments + " 2>" + errFile.string();
+    if (!folder.empty())
+        command = "cd '" + folder + "' && " + command;
+    HostResult result;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return result;
+    char buffer[4096];
+    size_t got;
+    while ((got = fread(buffer, 1, sizeof buffer, pipe)) > 0)
+        result.out.append(buffer, got);
+    int status = pclose(pipe);
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    result.err = Slurp(errFile);
+    std::filesystem::remove(errFile);
+    return result;
+}
+
+std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
+
+} // namespace vxtest

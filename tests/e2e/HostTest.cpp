@@ -1,0 +1,66 @@
+// vxhost as a person uses it: help, a song shown verse by verse, clear failures.
+#include <gtest/gtest.h>
+
+#include "e2e/HostRun.h"
+
+namespace {
+
+using vxtest::RunHost;
+
+TEST(Host, HelpDescribesTheCommands)
+{
+    for (const char* arguments : {"--help", "song --help", "song show --help", "demo --help"}) {
+        auto result = RunHost(arguments);
+        EXPECT_EQ(result.status, 0) << arguments;
+        EXPECT_NE(result.out.find("vxhost"), std::string::npos) << arguments;
+    }
+    EXPECT_NE(RunHost("--help").out.find("song show FILE"), std::string::npos);
+}
+
+TEST(Host, ShowsASongVerseByVerse)
+{
+    auto result = RunHost("song show " + vxtest::SamplePath("songs/amazing-grace.txt"));
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.rfind("[Verse1]\nAmazing grace! How sweet the sound\n", 0), 0u) << result.out;
+    EXPECT_NE(result.out.find("[Verse4]\nThe Lord has promised good to me,"), std::string::npos);
+    EXPECT_EQ(result.out.find("[Verse5]"), std::string::npos);
+    // The comment block with the title is no verse.
+    EXPECT_EQ(result.out.find("Public domain"), std::string::npos);
+}
+
+TEST(Host, PathsAreTakenFromWhereTheUserIs)
+{
+    // The host changes into the build folder to open its modules; a relative path
+    // still means what it meant where the user called it.
+    auto result = RunHost("song show samples/songs/abide-with-me.txt", VX_SOURCE_DIR);
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("Abide with me; fast falls the eventide;"), std::string::npos);
+}
+
+TEST(Host, FailuresAreClear)
+{
+    struct Case {
+        const char* arguments;
+        const char* message;
+    } cases[] = {
+        {"song show /no/such/file.txt", "cannot read"},
+        {"song show", "one file"},
+        {"hymn show x", "unknown command"},
+        {"song sing x", "unknown command"},
+    };
+    for (const Case& c : cases) {
+        auto result = RunHost(c.arguments);
+        EXPECT_NE(result.status, 0) << c.arguments;
+        EXPECT_NE(result.err.find(c.message), std::string::npos) << c.arguments << ": " << result.err;
+    }
+}
+
+TEST(Host, DemoToursTheSamples)
+{
+    auto result = RunHost(vxtest::SamplePath("").insert(0, "demo "));
+    ASSERT_EQ(result.status, 0) << result.err;
+    for (const char* song : {"abide-with-me.txt", "amazing-grace.txt", "holy-holy-holy.txt"})
+        EXPECT_NE(result.out.find(std::string("== song ") + song), std::string::npos) << song;
+}
+
+} // namespace
