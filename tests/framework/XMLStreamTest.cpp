@@ -1,0 +1,464 @@
+// The XML stream as the module drives it: values written and read back, the
+// forgiving reader on hand-made and HTML text, and the shapes in which a
+// collection, a file and a render style go through it.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "runtime/Object.h"
+#include "runtime/ObjectInfo.h"
+#include "support/Fixture.h"
+
+namespace {
+
+using vxtest::Create;
+using vxtest::Str;
+using vxtest::Text;
+
+std::wstring View(tagREFString view)
+{
+    return view.m_Length > 0 && view.m_Buffer ? std::wstring(view.m_Buffer, size_t(view.m_Length)) : std::wstring();
+}
+
+SmartPtr<IXMLStream> Reader(const std::wstring& text)
+{
+    auto stream = Create<IXMLStream>(L"XMLStream");
+    EXPECT_TRUE(stream);
+    if (stream) {
+        EXPECT_EQ(stream->SetBuffer(const_cast<wchar_t*>(text.data()), int(text.size() * 4), 0), S_OK);
+    }
+    return stream;
+}
+
+SmartPtr<IXMLStream> Writer()
+{
+    auto stream = Create<IXMLStream>(L"XMLStreamEx");
+    EXPECT_TRUE(stream);
+    if (stream) {
+        EXPECT_EQ(stream->SetBuffer(nullptr, 0, 0), S_OK);
+    }
+    return stream;
+}
+
+std::wstring Written(IDataStream* stream)
+{
+    void* data = nullptr;
+    unsigned long size = 0;
+    EXPECT_EQ(stream->GetBuffer(&data, &size), S_OK);
+    return std::wstring(static_cast<wchar_t*>(data), size / sizeof(wchar_t));
+}
+
+// Fetches a child by name: its text, and the element as a stream.
+std::wstring Fetch(IXMLStream* stream, const std::wstring& name, SmartPtr<IXMLStream>* element = nullptr)
+{
+    tagREFString value{0, nullptr};
+    SmartPtr<IUnknown> found;
+    EXPECT_EQ(stream->GetAttribute(CREFString(name.data(), int32_t(name.size())), &value, found.Receive(), 1), S_OK)
+        << vxtest::Narrow(name);
+    EXPECT_EQ(View(value), Text(found)) << "the view and the value object agree";
+    if (element)
+        *element = found.As<IXMLStream>();
+    return View(value);
+}
+
+// The names of a stream's children, in order, each taken as the module takes them.
+std::vector<std::wstring> Walk(IXMLStream* stream)
+{
+    std::vector<std::wstring> names;
+    tagREFString name{0, nullptr};
+    while (names.size() < 100 && stream->NextAttribute(&name) >= 0) {
+        names.push_back(View(name));
+        Fetch(stream, names.back());
+    }
+    return names;
+}
+
+// A persistent object of the test: named values, saved one PutAttribute each and
+// read back by NextAttribute and GetAttribute, as a render style does.
+class CProbe : public CObject<CProbe>, public IObjectInfoImpl<CProbe>, public IDataPersist {
+public:
+    static constexpr wchar_t kObjectName[] = L"Probe";
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataPersist>>;
+
+    static SmartPtr<IDataPersist> Make()
+    {
+        SmartPtr<IDataPersist> made;
+        _CreateInstance(nullptr, const_cast<IID*>(&IID_IDataPersist), made.ReceiveVoid());
+        return made;
+    }
+    static CProbe* Of(IDataPersist* persist) { return static_cast<CProbe*>(persist); }
+
+    int32_t Save(IDataStream* stream, int) override
+    {
+        auto xml = QueryAs<IXMLStream>(stream);
+        for (auto& [name, value] : m_Values)
+            xml->PutAttribute(Str(name), 0, Str(value), 0);
+        return S_OK;
+    }
+    int32_t Load(IDataStream* stream, int) override
+    {
+        auto xml = QueryAs<IXMLStream>(stream);
+        tagREFString name{0, nullptr};
+        while (m_Values.size() < 100 && xml->NextAttribute(&name) >= 0) {
+            SmartPtr<IUnknown> value;
+            xml->GetAttribute(name, nullptr, value.Receive(), 1);
+            m_Values.emplace_back(View(name), Text(value));
+        }
+        return S_OK;
+    }
+
+    std::vector<std::pair<std::wstring, std::wstring>> m_Values;
+};
+
+// What an XML file can hold as it stands.
+bool Carriable(wchar_t c)
+{
+    if (c == L'\t' || c == L'\r' || c == L'\n')
+        return true;
+    return c >= 0x20 && !(c >= 0x7F && c <= 0x9F) && !(c >= 0xD800 && c <= 0xDFFF) && c != 0xFFFE && c != 0xFFFF &&
+           c <= 0x10FFFF;
+}
+
+class XMLStreamTest : public vxtest::ModuleTest {};
+
+TEST_F(XMLStreamTest, AwkwardValuesComeBackAsTheyWere)
+{
+    const std::wstring values[] = {
+        L"",
+        L"plain",
+        L"  padded both ends  ",
+        L"a & b < c > d \"quoted\" 'single'",
+        L"&amp; already escaped &#65;",
+        L"<br><p>tags as text</p>]]>",
+        L"line one\r\nline two\ttabbed\n",
+        std::wstring(L"nul\0inside", 10),
+        L"\x01\x08\x0B\x1F\x7F\x85",
+        L"\U0001F600 \u00FC\u4E2D",
+        std::wstring(1, wchar_t(0xD800)) + wchar_t(0xFFFE) + wchar_t(0x7FFFFFFF) + wchar_t(-1),
+    };
+    for (const std::wstring& value : values) {
+        auto writer = Writer();
+        writer->OpenElement(Str(L"Root"), 0, 0);
+        writer->PutAttribute(Str(L"V"), 0, Str(value), 0);
+        writer->CloseElement();
+        std::wstring text = Written(writer);
+        for (wchar_t c : text)
+            ASSERT_TRUE(Carriable(c)) << "a character no XML file can carry is written raw: " << int(c);
+
+        auto reader = Reader(text);
+        SmartPtr<IXMLStream> root;
+        Fetch(reader, L"Root", &root);
+        EXPECT_EQ(Fetch(root, L"V"), value) << vxtest::Narrow(value);
+    }
+}
+
+TEST_F(XMLStreamTest, NamesThatXMLCannotHoldComeBackAsTheyWere)
+{
+    const std::wstring names[] = {L"1", L"Verse 1", L"1:1", L"_x0031_", L"Über-Text.2", L"a<b>&\"", L"_x", L"\U0001F600"};
+    auto writer = Writer();
+    for (const std::wstring& name : names)
+        EXPECT_EQ(writer->PutAttribute(Str(name), 0, Str(L"v"), 0), S_OK);
+    EXPECT_LT(writer->PutAttribute(Str(L""), 0, Str(L"v"), 0), 0) << "an element needs a name";
+    EXPECT_EQ(Walk(Reader(Written(writer))), std::vector<std::wstring>(std::begin(names), std::end(names)));
+}
+
+TEST_F(XMLStreamTest, ReferencesAndSectionsAreUndoneOnReading)
+{
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {L"&amp;&lt;&gt;&quot;&apos;", L"&<>\"'"},
+        {L"&#65;&#x42;&#X43;&#0;", std::wstring(L"ABC\0", 4)},
+        {L"&unknown; & &#xZZ; &#99999999999; &#;&", L"&unknown; & &#xZZ; &#99999999999; &#;&"},
+        {L"<![CDATA[<b>&amp;</b>]]> &amp;", L"<b>&amp;</b> &"},
+        {L"a<!-- gone -->b", L"ab"},
+        {L"a < b", L"a < b"},
+    };
+    for (const auto& [raw, expected] : cases)
+        EXPECT_EQ(Fetch(Reader(L"<V>" + raw + L"</V>"), L"V"), expected) << vxtest::Narrow(raw);
+}
+
+TEST_F(XMLStreamTest, EntriesKeepTheirOrderWithInstructionsAtTheTop)
+{
+    auto reader = Reader(L"\uFEFF<?xml version=\"1.0\"?>\r\n<?xml-stylesheet href=\"g.xsl\"?>\r\n<!DOCTYPE r [<!ENTITY x \"y\">]>"
+                         L"<!-- note --><Root><B/><A>1</A><B>2</B><?pi data?></Root>");
+    EXPECT_EQ(Walk(reader), (std::vector<std::wstring>{L"?xml", L"?xml-stylesheet", L"Root"}));
+
+    reader->ResetAttributes(0, 0, 0);
+    EXPECT_EQ(Fetch(reader, L"?xml"), L"version=\"1.0\"");
+    SmartPtr<IXMLStream> root;
+    Fetch(reader, L"Root", &root);
+    EXPECT_EQ(Walk(root), (std::vector<std::wstring>{L"B", L"A", L"B", L"?pi"}));
+    root->ResetAttributes(0, 0, 0);
+    Fetch(root, L"A");
+    EXPECT_EQ(Fetch(root, L"B"), L"2") << "a name is looked for from the position on";
+}
+
+TEST_F(XMLStreamTest, AnElementWithChildrenReadsAsItsRawMarkup)
+{
+    auto reader = Reader(L"<html><body><p>one<br>two</p> &amp; x</body></html>");
+    EXPECT_EQ(Fetch(reader, L"body"), L"<p>one<br>two</p> &amp; x") << "found below the top, unescaped";
+    EXPECT_LT(reader->GetAttribute(REFLiteral(L"BODY"), nullptr, nullptr, 1), 0) << "names keep their case";
+}
+
+TEST_F(XMLStreamTest, UnclosedTagsAreEmptyAndTheReaderGoesOn)
+{
+    const std::pair<std::wstring, std::vector<std::wstring>> cases[] = {
+        {L"<body><p>a<br>b<p>c<img src=\"x>y\"></body><div>after</div>", {L"body", L"div"}},
+        {L"<Root><A>1</A><B>2", {L"Root", L"A", L"B"}},
+        {L"<a>x</b>y</a></c><d", {L"a", L"d"}},
+        {L"<p <b>bold</b>", {L"p", L"b"}},
+        {L"<?xml no end", {L"?xml"}},
+    };
+    for (const auto& [text, top] : cases)
+        EXPECT_EQ(Walk(Reader(text)), top) << vxtest::Narrow(text);
+
+    auto reader = Reader(cases[0].first);
+    SmartPtr<IXMLStream> body;
+    Fetch(reader, L"body", &body);
+    EXPECT_EQ(Walk(body), (std::vector<std::wstring>{L"p", L"br", L"p", L"img"}));
+    body->ResetAttributes(0, 0, 0);
+    EXPECT_EQ(Fetch(body, L"p"), L"");
+    EXPECT_EQ(Fetch(reader, L"div"), L"after");
+    EXPECT_EQ(Fetch(Reader(L"<a>x</b>y</a>"), L"a"), L"x</b>y");
+}
+
+TEST_F(XMLStreamTest, ResetAttributesFindsANameWhereverItStands)
+{
+    auto reader = Reader(L"<Text>t</Text><Color>c</Color>");
+    Walk(reader);
+    SmartPtr<IUnknown> element;
+    tagREFString value{0, nullptr};
+    EXPECT_LT(reader->GetAttribute(REFLiteral(L"Text"), &value, element.Receive(), 0), 0) << "passed already";
+    reader->ResetAttributes(0, 0, 0);
+    EXPECT_EQ(Fetch(reader, L"Color"), L"c");
+    tagREFString name{0, nullptr};
+    EXPECT_LT(reader->NextAttribute(&name), 0) << "a fetch passes over what it takes";
+    reader->ResetAttributes(0, 0, 0);
+    EXPECT_EQ(Fetch(reader, L"Text"), L"t");
+}
+
+TEST_F(XMLStreamTest, AMissingNameIsNegativeAndLeavesTheOutputs)
+{
+    auto reader = Reader(L"<R><A>1</A></R>");
+    IUnknown* element = nullptr;
+    tagREFString value{7, nullptr};
+    EXPECT_LT(reader->GetAttribute(REFLiteral(L"Nope"), &value, &element, 1), 0);
+    EXPECT_EQ(element, nullptr);
+    EXPECT_EQ(value.m_Length, 7);
+    EXPECT_LT(reader->GetAttribute(REFLiteral(L""), &value, &element, 1), 0);
+    tagREFString name{0, nullptr};
+    EXPECT_LT(Writer()->NextAttribute(&name), 0) << "a stream being written has nothing to read";
+    EXPECT_LT(Reader(L"just text")->NextAttribute(&name), 0);
+    EXPECT_LT(Writer()->CloseElement(), 0) << "nothing open";
+}
+
+// Part of a file archive's save: the declaration, the style sheet, the object's element.
+std::wstring SaveFile(IDataPersist* object, bool declaration, bool stylesheet)
+{
+    auto writer = Writer();
+    std::wstring head = std::wstring(declaration ? L"<?xml version=\"1.0\"?>\r\n" : L"") +
+                        (stylesheet ? L"<?xml-stylesheet href=\"generic.xsl\" type=\"text/xsl\"?>\r\n" : L"");
+    writer->Write(head.data(), int(head.size() * 4), 0);
+    EXPECT_EQ(writer->OpenObject(object, 0, 0), S_OK);
+    object->Save(writer.As<IDataStream>(), 0);
+    EXPECT_EQ(writer->CloseElement(), S_OK);
+    return Written(writer);
+}
+
+// And its load: twice an instruction skipped where there is one, then the root.
+void LoadFile(const std::wstring& text, IDataPersist* object)
+{
+    auto reader = Reader(text);
+    for (int i = 0; i < 2; ++i) {
+        tagREFString name{0, nullptr};
+        if (reader->NextAttribute(&name) >= 0 && CREFString(name).At(0) == L'?')
+            reader->Skip(name.m_Length * 4, 1, 0);
+    }
+    tagREFString root{0, nullptr};
+    ASSERT_EQ(reader->NextAttribute(&root), S_OK);
+    EXPECT_EQ(View(root), L"Probe");
+    SmartPtr<IXMLStream> element;
+    Fetch(reader, View(root), &element);
+    object->Load(element.As<IDataStream>(), 0);
+}
+
+TEST_F(XMLStreamTest, AFileArchiveSavesAndLoadsWithOrWithoutItsInstructions)
+{
+    const std::vector<std::pair<std::wstring, std::wstring>> values = {
+        {L"Color", L"#FFFF00"}, {L"Height", L"12"},     {L"FontFace", L"Courier New"},
+        {L"Angle", L"12.5"},    {L"Text", L"a < b\r\n"}, {L"Height", L"duplicate"},
+    };
+    const bool heads[][2] = {{true, true}, {true, false}, {false, false}};
+    for (const auto& head : heads) {
+        auto saved = CProbe::Make();
+        CProbe::Of(saved)->m_Values = values;
+        std::wstring text = SaveFile(saved, head[0], head[1]);
+        auto loaded = CProbe::Make();
+        LoadFile(text, loaded);
+        EXPECT_EQ(CProbe::Of(loaded)->m_Values, values) << vxtest::Narrow(text);
+    }
+}
+
+TEST_F(XMLStreamTest, ARenderStyleReadsItsKeysThenItsTextAfterAReset)
+{
+    static const wchar_t* const kKeys[] = {
+        L"Color",  L"BackColor",   L"ColorShadow", L"ColorOutline", L"TextAlignX", L"TextAlignY", L"TextShadowX",
+        L"TextShadowY", L"NumberLines", L"OutlineFont", L"OutlineThickness", L"Angle", L"DisplayMode", L"Height",
+        L"Width",  L"Italic",      L"Boldness",    L"Underline",    L"StrikeOut",  L"Orientation", L"FontFace"};
+    auto verse = CProbe::Make();
+    auto& values = CProbe::Of(verse)->m_Values;
+    values.emplace_back(L"Text", L"Amazing grace\r\nhow sweet");
+    for (const wchar_t* key : kKeys)
+        values.emplace_back(key, std::to_wstring(values.size()));
+
+    auto reader = Reader(SaveFile(verse, true, true));
+    reader->Skip(0, 1, 0);
+    reader->Skip(0, 1, 0);
+    SmartPtr<IXMLStream> element;
+    Fetch(reader, L"Probe", &element);
+    auto loaded = CProbe::Make();
+    loaded->Load(element.As<IDataStream>(), 0);
+    EXPECT_EQ(CProbe::Of(loaded)->m_Values, values);
+
+    // The verse's own value after the style's walk.
+    element->ResetAttributes(0, 0, 0);
+    SmartPtr<IUnknown> text;
+    ASSERT_EQ(element->GetAttribute(REFLiteral(L"Text"), nullptr, text.Receive(), 0), S_OK);
+    EXPECT_EQ(Text(text), L"Amazing grace\r\nhow sweet");
+}
+
+// A collection saved as a named collection writes it: one element per item, with
+// its flags, the item's object and an attached object.
+void SaveItem(IXMLStream* writer, const wchar_t* name, int flags, IDataPersist* item, IDataPersist* attached)
+{
+    auto stream = QueryAs<IDataStream>(writer);
+    writer->OpenElement(Str(name), 0, 0);
+    if (flags)
+        writer->PutAttribute(Str(L"Flags"), 0, Str(std::to_wstring(flags)), 0);
+    writer->OpenObject(item, 0, 0);
+    item->Save(stream, 0);
+    writer->CloseElement();
+    if (attached) {
+        writer->OpenElement(Str(L"AttachedItem"), 0, 0);
+        writer->OpenObject(attached, 0, 0);
+        attached->Save(stream, 0);
+        writer->CloseElement();
+        writer->CloseElement();
+    }
+    writer->CloseElement();
+}
+
+SmartPtr<IFileInfo> Info(const wchar_t* author, int64_t time)
+{
+    auto info = Create<IFileInfo>(L"FileInfo");
+    EXPECT_TRUE(info) << "FileInfo is a persistent component that can be made by name";
+    if (info) {
+        info->put_Author(CREFString(author));
+        info->put_Time(time);
+    }
+    return info;
+}
+
+std::wstring Author(IUnknown* object)
+{
+    SmartPtr<IString> author;
+    if (auto info = QueryAs<IFileInfo>(object))
+        info->get_Author(author.Receive());
+    return Text(author);
+}
+
+TEST_F(XMLStreamTest, ACollectionReadsBackItsItemsFlagsAndAttachedObjects)
+{
+    auto writer = Writer();
+    writer->OpenElement(Str(L"Bible"), 0, 0);
+    SaveItem(writer, L"Genesis", 3, Info(L"Moses", 100).As<IDataPersist>(), Info(L"Scribe", 200).As<IDataPersist>());
+    SaveItem(writer, L"Item2", 0, Info(L"Nobody", 300).As<IDataPersist>(), nullptr);
+    auto probe = CProbe::Make();
+    CProbe::Of(probe)->m_Values = {{L"Text", L"in place"}};
+    SaveItem(writer, L"1 Kings", 0, probe, nullptr);
+    writer->CloseElement();
+
+    struct Item {
+        std::wstring m_Name;
+        int m_Flags = 0;
+        SmartPtr<IUnknown> m_Object;
+        SmartPtr<IUnknown> m_Attached;
+    };
+    std::vector<Item> items;
+    auto reader = Reader(Written(writer));
+    SmartPtr<IXMLStream> bible;
+    Fetch(reader, L"Bible", &bible);
+    tagREFString name{0, nullptr};
+    while (items.size() < 10 && bible->NextAttribute(&name) >= 0) {
+        Item item;
+        item.m_Name = View(name);
+        SmartPtr<IXMLStream> element;
+        Fetch(bible, item.m_Name, &element);
+        tagREFString inner{0, nullptr};
+        while (element->NextAttribute(&inner) >= 0) {
+            std::wstring innerName = View(inner);
+            SmartPtr<IXMLStream> sub;
+            std::wstring text = Fetch(element, innerName, &sub);
+            if (innerName == L"Flags")
+                item.m_Flags = std::stoi(text);
+            else if (innerName == L"AttachedItem")
+                EXPECT_EQ(sub->ReadObject(item.m_Attached.Receive()), S_OK);
+            else if (innerName == L"Probe")
+                probe->Load(sub.As<IDataStream>(), 0); // an item already there loads in place
+            else
+                EXPECT_EQ(sub->ReadObjectOfClass(CREFString(innerName.c_str()), item.m_Object.Receive()), S_OK);
+        }
+        items.push_back(std::move(item));
+    }
+
+    ASSERT_EQ(items.size(), 3u);
+    EXPECT_EQ(items[0].m_Name, L"Genesis");
+    EXPECT_EQ(items[0].m_Flags, 3);
+    EXPECT_EQ(Author(items[0].m_Object), L"Moses");
+    EXPECT_EQ(Author(items[0].m_Attached), L"Scribe");
+    EXPECT_EQ(items[1].m_Name, L"Item2");
+    EXPECT_EQ(Author(items[1].m_Object), L"Nobody");
+    EXPECT_FALSE(items[1].m_Attached);
+    EXPECT_EQ(items[2].m_Name, L"1 Kings");
+    EXPECT_EQ(CProbe::Of(probe)->m_Values.back(), (std::pair<std::wstring, std::wstring>{L"Text", L"in place"}));
+}
+
+TEST_F(XMLStreamTest, ObjectsOfUnknownClassesAreRefusedAndPassedOver)
+{
+    auto reader = Reader(L"<Nothing><A>1</A></Nothing><CreatableString/><FileInfo><Author>x</Author></FileInfo>");
+    SmartPtr<IUnknown> object;
+    EXPECT_LT(reader->ReadObject(object.Receive()), 0) << "no such component";
+    EXPECT_LT(reader->ReadObject(object.Receive()), 0) << "a component that can't load itself";
+    EXPECT_FALSE(object);
+    EXPECT_EQ(reader->ReadObject(object.Receive()), S_OK);
+    EXPECT_EQ(Author(object), L"x");
+    EXPECT_LT(reader->ReadObject(object.Receive()), 0) << "at the end";
+    EXPECT_LT(reader->ReadObjectOfClass(REFLiteral(L"NoSuchComponent"), object.Receive()), 0);
+}
+
+TEST_F(XMLStreamTest, ADataStreamKeepsBytesAndSkipsWithinThem)
+{
+    auto stream = Create<IDataStream>(L"DataStream");
+    ASSERT_TRUE(stream);
+    stream->SetBuffer(const_cast<char*>("abc"), 3, 0);
+    stream->Write("de\0f", 4, 0);
+    struct Step {
+        int m_Skip;
+        int32_t m_Result;
+        std::string m_Rest;
+    };
+    const Step steps[] = {{0, S_OK, std::string("abcde\0f", 7)}, {2, S_OK, std::string("cde\0f", 5)},
+                          {-1, S_OK, std::string("bcde\0f", 6)},   {100, S_FALSE, ""},
+                          {-100, S_FALSE, std::string("abcde\0f", 7)}};
+    for (const Step& step : steps) {
+        EXPECT_EQ(stream->Skip(step.m_Skip, 0, 0), step.m_Result);
+        void* data = nullptr;
+        unsigned long size = 0;
+        stream->GetBuffer(&data, &size);
+        EXPECT_EQ(std::string(static_cast<char*>(data), size), step.m_Rest) << step.m_Skip;
+    }
+    stream->SetBuffer(nullptr, 0, 0);
+    EXPECT_EQ(Written(stream), L"");
+    EXPECT_LT(stream->SetBuffer(nullptr, 5, 0), 0);
+}
+
+} // namespace
