@@ -1,0 +1,24 @@
+// Renderer: drawing and the styles it draws with.
+#include <iterator>
+
+#include "framework/Renderer/VXRenderStyle.h"
+#include "runtime/Module.h"
+
+namespace {
+
+const ComponentEntry kComponents[] = {
+    {REFLiteral(L"VXRenderStyle"), &CObject<CVXRenderStyle>::_CreateInstance},
+    {REFLiteral(L"UIDefault"), &CVXRenderStyle::CreateShared},
+};
+
+} // namespace
+
+VX_EXPORT int32_t CreateFunction(tagREFString name, void** createFunction)
+{
+    return ModuleCreateFunction(kComponents, int(std::size(kComponents)), name, createFunction);
+}
+
+VX_EXPORT int32_t InitializeModule(void* /*reserved*/, IComponentCollection* collection)
+{
+    return ModuleInitialize(collection);
+}
