@@ -1,24 +1,37 @@
 // vxhost song ...: songs as an operator prepares them.
-#include <fstream>
 #include <iostream>
-#include <iterator>
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
+#include "persistence/FileBuffer.h"
 
 namespace {
 
-// Reads a song file into wide text; false with a message on failure.
+// Reads a song file into wide text the way the song itself reads its file, so that
+// UTF-16 (with or without a mark), UTF-8 and Latin-1 all come out right; false with
+// a message on failure.
 bool ReadSongText(const std::string& file, std::wstring* text, std::string* error)
 {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        *error = "cannot read " + file;
+    // The module hands names to the C library in 254 bytes; a longer one would open
+    // some other file.
+    if (file.size() > 254) {
+        *error = "cannot read " + file + ": the path is longer than 254 bytes";
         return false;
     }
-    std::string bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    *text = FromUtf8(bytes);
+    std::wstring name = FromUtf8(file);
+    void* data = nullptr;
+    unsigned long size = 0;
+    if (FileArchiveLoad(CREFString(name.data(), int32_t(name.size())), &data, &size, FILELOAD_TEXTCHECK, 0) < 0) {
+        *error = "cannot read " + file + " (missing, empty or not a file)";
+        return false;
+    }
+    auto* wide = static_cast<wchar_t*>(data);
+    text->assign(wide, size);
+    delete[] wide;
+    // 16-bit text counts its terminator.
+    while (!text->empty() && text->back() == L'\0')
+        text->pop_back();
     return true;
 }
 
