@@ -19,6 +19,11 @@ int _IS2Integer(CREFString text, int base);
 unsigned int _IS2Color(CREFString text, int base);
 double _IS2Double(CREFString text);
 
+// The kind of number a text holds, VARIANT_INTEGER or VARIANT_DOUBLE, or VARIANT_NONE
+// when it holds no number: a sign, digits, at most one point, and white space only
+// behind digits. Without a point, more than 9 characters are no number.
+short ISNumberKind(const tagREFString& text);
+
 // A variant of the number or text that a view holds; one reference for the caller.
 // The view is left-trimmed in place.
 IVariant* IVCreateConvert(CREFString& text);

@@ -1,5 +1,15 @@
 #include "framework/Collections/CreatableString.h"
 
+ICreatableString* CCreatableString::New(tagREFString text)
+{
+    ICreatableString* string = nullptr;
+    IID iid = ICreatableString::Iid();
+    if (CObject<CCreatableString>::_CreateInstance(nullptr, &iid, reinterpret_cast<void**>(&string)) < 0)
+        return nullptr;
+    string->Clone(text);
+    return string;
+}
+
 int32_t CCreatableString::GetBuffer(wchar_t** text, int* length)
 {
     if (text)

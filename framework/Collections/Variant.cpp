@@ -3,6 +3,9 @@
 #include <cmath>
 #include <limits>
 
+#include "framework/Collections/CreatableString.h"
+#include "runtime/ValueConversion.h"
+
 void CVariant::Reset()
 {
     m_Kind = Kind::None;
@@ -25,15 +28,25 @@ short CVariant::get_Type()
 
 double CVariant::get_Double()
 {
-    if (m_Kind == Kind::Integer)
+    switch (m_Kind) {
+    case Kind::Integer:
         return double(m_Integer);
-    return m_Kind == Kind::Double ? m_Double : 0.0;
+    case Kind::Double:
+        return m_Double;
+    case Kind::String:
+        // A string that holds a number reads as that number.
+        return _IS2Double(CREFString(m_Object.get()));
+    default:
+        return 0.0;
+    }
 }
 
 int CVariant::get_Integer()
 {
     if (m_Kind == Kind::Integer)
         return m_Integer;
+    if (m_Kind == Kind::String)
+        return _IS2Integer(CREFString(m_Object.get()), 10);
     if (m_Kind != Kind::Double || !std::isfinite(m_Double))
         return 0;
     // Out of range values saturate instead of overflowing.
@@ -97,12 +110,13 @@ int32_t CVariant::put_Object(IUnknown* value)
         Reset();
         return S_OK;
     }
+    // Nothing stored reads as the empty string, so a value always has a text.
+    if (!value)
+        return put_String(nullptr);
     SmartPtr<IUnknown> keep(value);
     Reset();
-    if (keep) {
-        m_Kind = Kind::Object;
-        m_Object = keep;
-    }
+    m_Kind = Kind::Object;
+    m_Object = keep;
     return S_OK;
 }
 
@@ -120,10 +134,10 @@ int32_t CVariant::get_String(IString** out)
 int32_t CVariant::put_String(IString* value)
 {
     SmartPtr<IUnknown> keep(value);
+    if (!keep)
+        keep.Attach(CCreatableString::New(tagREFString{0, nullptr}));
     Reset();
-    if (keep) {
-        m_Kind = Kind::String;
-        m_Object = keep;
-    }
+    m_Kind = Kind::String;
+    m_Object = keep;
     return S_OK;
 }

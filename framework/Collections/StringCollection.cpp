@@ -1,0 +1,194 @@
+#include "framework/Collections/StringCollection.h"
+
+#include <memory>
+#include <string>
+
+#include "framework/Collections/CreatableString.h"
+#include "persistence/FileBuffer.h"
+#include "runtime/UTF8Write.h"
+
+int32_t CStringCollection::Add(IUnknown* line)
+{
+    int32_t result = m_Lines.Add(line);
+    if (result >= 0)
+        m_Modified = 1;
+    return result;
+}
+
+int32_t CStringCollection::put_Separator(int character)
+{
+    m_Separator = wchar_t(character);
+    return S_OK;
+}
+
+int32_t CStringCollection::get_Filename(IString** name)
+{
+    if (!name)
+        return E_POINTER;
+    *name = m_Filename.Copy();
+    return *name ? S_OK : E_FAIL;
+}
+
+int32_t CStringCollection::put_Filename(IString* name)
+{
+    m_Filename = SmartPtr<IString>(name);
+    m_HasFile = 0;
+    m_Modified = 1;
+    return S_OK;
+}
+
+int32_t CStringCollection::get_Filter(IString** filter, short /*index*/)
+{
+    if (!filter)
+        return E_POINTER;
+    // Any file holds lines: there is no filter to offer.
+    *filter = nullptr;
+    return E_FAIL;
+}
+
+int32_t CStringCollection::get_Name(IString** name)
+{
+    if (!name)
+        return E_POINTER;
+    CREFString path(m_Filename.get());
+    if (path.IsEmpty())
+        return E_FAIL;
+    // The name without its folder and without its extension; a leading dot stays.
+    CREFString file;
+    path.GetLineRight(&file, L'/', false, true, true);
+    CREFString stem;
+    if (file.GetReverseLine(&stem, L'.', false, false) < 0)
+        stem = file;
+    *name = CCreatableString::New(stem);
+    return *name ? S_OK : E_FAIL;
+}
+
+void CStringCollection::CutLines(CREFString text)
+{
+    while (!text.IsEmpty()) {
+        CREFString line;
+        text.GetLine(&line, true, m_Separator, false);
+        bool ended = line.m_Length > 0 && line.m_Buffer[line.m_Length - 1] == m_Separator;
+        if (ended) {
+            --line.m_Length;
+            // A CR LF pair is one break, whichever of the two is the separator.
+            if (m_Separator == L'\r' && text.At(0) == L'\n') {
+                ++text.m_Buffer;
+                --text.m_Length;
+            } else if (m_Separator == L'\n' && line.m_Length > 0 && line.m_Buffer[line.m_Length - 1] == L'\r') {
+                --line.m_Length;
+            }
+        }
+        auto string = SmartPtr<ICreatableString>::Adopt(CCreatableString::New(line));
+        m_Lines.Add(string);
+    }
+}
+
+int32_t CStringCollection::Load()
+{
+    CREFString name(m_Filename.get());
+    if (name.IsEmpty())
+        return E_FAIL;
+    m_Lines.Clear();
+    void* data = nullptr;
+    unsigned long size = 0;
+    int32_t result = FileArchiveLoad(name, &data, &size, FILELOAD_TEXT, 0);
+    if (result < 0)
+        return result;
+    std::unique_ptr<wchar_t[]> text(static_cast<wchar_t*>(data));
+    // A file read as UTF-8 is written back as UTF-8, any other as 16-bit text.
+    m_Encoding = result == S_FALSE ? kEncodingUTF8 : kEncodingUTF16;
+    CREFString content(text.get(), size > 0x7FFFFFFFul ? 0x7FFFFFFF : int32_t(size));
+    // The 16-bit reading counts a closing zero that is no part of the text.
+    if (content.m_Length > 0 && content.m_Buffer[content.m_Length - 1] == L'\0')
+        --content.m_Length;
+    CutLines(content);
+    m_Modified = 0;
+    m_HasFile = 1;
+    return S_OK;
+}
+
+std::wstring CStringCollection::JoinLines() const
+{
+    // Every line ends with a break, the last one too, so reading gives the same lines.
+    std::wstring ending = m_Separator == L'\r' ? std::wstring(L"\r\n") : std::wstring(1, m_Separator);
+    std::wstring text;
+    for (int i = 0; i < m_Lines.Size(); ++i) {
+        CREFString line(m_Lines.At(i));
+        if (line.m_Length > 0)
+            text.append(line.m_Buffer, size_t(line.m_Length));
+        text += ending;
+    }
+    return text;
+}
+
+int32_t CStringCollection::Save()
+{
+    CREFString name(m_Filename.get());
+    if (name.IsEmpty())
+        return E_FAIL;
+    std::wstring text = JoinLines();
+    int32_t result = E_FAIL;
+    if (m_Encoding == kEncodingUTF16) {
+        result = FileArchiveSave(name, reinterpret_cast<unsigned char*>(text.data()), text.size() * sizeof(wchar_t),
+                                 1, 0);
+    } else {
+        std::string bytes;
+        UTF8Append(bytes, text.data(), int32_t(text.size()));
+        result = FileArchiveSave(name, reinterpret_cast<unsigned char*>(bytes.data()), bytes.size(), 0, 0);
+    }
+    if (result >= 0) {
+        m_Modified = 0;
+        m_HasFile = 1;
+    }
+    return result;
+}
+
+int32_t CStringCollection::Control(int code, int value)
+{
+    switch (code) {
+    case ARCHIVE_MODIFIED:
+        m_Modified = value;
+        return S_OK;
+    case ARCHIVE_HASFILE:
+        m_HasFile = value;
+        return S_OK;
+    case ARCHIVE_ENCODING:
+        m_Encoding = value == kEncodingUTF16 ? kEncodingUTF16 : kEncodingUTF8;
+        return S_OK;
+    default:
+        return E_INVALIDARG;
+    }
+}
+
+int32_t CStringCollection::Inquire(int code, int* value)
+{
+    if (!value)
+        return E_POINTER;
+    switch (code) {
+    case ARCHIVE_MODIFIED:
+        *value = m_Modified;
+        return S_OK;
+    case ARCHIVE_HASFILE:
+        *value = m_HasFile;
+        return S_OK;
+    case ARCHIVE_ENCODING:
+        *value = m_Encoding;
+        return S_OK;
+    default:
+        return E_INVALIDARG;
+    }
+}
+
+int32_t CStringCollection::Unload()
+{
+    m_Lines.Clear();
+    m_HasFile = 0;
+    m_Modified = 0;
+    return S_OK;
+}
+
+// Lines live in text files only; there is no folder form of them.
+int32_t CStringCollection::SaveFolderStream() { return E_NOTIMPL; }
+
+int32_t CStringCollection::LoadFolderStream() { return E_NOTIMPL; }

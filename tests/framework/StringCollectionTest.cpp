@@ -1,0 +1,156 @@
+// The string collection: a text file cut into lines at a separator, and written
+// back line for line in the encoding it came in.
+#include <string>
+#include <vector>
+
+#include "support/Fixture.h"
+
+namespace {
+
+using vxtest::Str;
+using vxtest::Text;
+
+// UTF-16 file bytes: the mark FF FE, then each character as a little-endian unit.
+std::string Utf16(const std::wstring& text)
+{
+    std::string bytes = "\xFF\xFE";
+    for (wchar_t c : text) {
+        bytes += char(c & 0xFF);
+        bytes += char((c >> 8) & 0xFF);
+    }
+    return bytes;
+}
+
+class StringCollectionTest : public vxtest::ModuleTest {
+protected:
+    SmartPtr<IStringCollection> Open(const std::filesystem::path& file, int separator)
+    {
+        auto lines = vxtest::Create<IStringCollection>(L"StringCollection");
+        EXPECT_TRUE(lines);
+        if (!lines)
+            return lines;
+        lines->put_Separator(separator);
+        auto archive = lines.As<IFileArchive>();
+        archive->put_Filename(Str(file.wstring()));
+        m_LoadResult = archive->Load();
+        return lines;
+    }
+
+    static std::vector<std::wstring> Lines(IStringCollection* lines)
+    {
+        std::vector<std::wstring> out;
+        int count = 0;
+        lines->get_Count(&count);
+        for (int i = 0; i < count; ++i) {
+            SmartPtr<IUnknown> line;
+            EXPECT_GE(lines->get_Item(i, line.Receive()), 0);
+            EXPECT_TRUE(line.As<IString>()) << "line " << i << " is no string";
+            out.push_back(Text(line));
+        }
+        return out;
+    }
+
+    vxtest::TempFolder m_Folder;
+    int32_t m_LoadResult = E_FAIL;
+};
+
+TEST_F(StringCollectionTest, CutsAtTheSeparator)
+{
+    using L = std::vector<std::wstring>;
+    struct Case {
+        std::string bytes;
+        int separator;
+        L lines;
+    };
+    const Case cases[] = {
+        {"one\r\ntwo\r\n\r\nfour", 13, {L"one", L"two", L"", L"four"}},
+        {"one\rtwo\r", 13, {L"one", L"two"}},
+        {"one\ntwo\r\n", 13, {L"one\ntwo"}}, // a lone LF is no break at CR
+        {"a\r\nb\n", 10, {L"a", L"b"}},            // a CR LF pair is one break at LF too
+        {"a\rb\n\n", 10, {L"a\rb", L""}},
+        {"Caf\xC3\xA9;x", ';', {L"Caf\u00E9", L"x"}},
+        {"\r\r", 13, {L"", L""}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.bytes);
+        auto file = m_Folder / "cut.txt";
+        vxtest::WriteBytes(file, c.bytes);
+        auto lines = Open(file, c.separator);
+        ASSERT_TRUE(lines);
+        EXPECT_GE(m_LoadResult, 0);
+        EXPECT_EQ(Lines(lines), c.lines);
+    }
+}
+
+TEST_F(StringCollectionTest, RoundTripsCRLinesInUTF8AndUTF16)
+{
+    const std::vector<std::wstring> expected = {L"Genesis", L"1", L"", L"1. Im Anfang \u00FCber \u20AC"};
+    std::wstring joined;
+    for (const auto& line : expected)
+        joined += line + L"\r\n";
+    struct Case {
+        std::string bytes;
+        int encoding;
+        std::string saved;
+    };
+    const Case cases[] = {
+        {std::string("Genesis\r\n1\r\n\r\n1. Im Anfang \xC3\xBC" "ber \xE2\x82\xAC\r\n"), 8,
+         "Genesis\r\n1\r\n\r\n1. Im Anfang \xC3\xBC" "ber \xE2\x82\xAC\r\n"},
+        {Utf16(joined), 16, Utf16(joined)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.encoding);
+        auto file = m_Folder / "book.txt";
+        vxtest::WriteBytes(file, c.bytes);
+        auto lines = Open(file, 13);
+        ASSERT_TRUE(lines);
+        EXPECT_EQ(Lines(lines), expected);
+        auto archive = lines.As<IFileArchive>();
+        int encoding = 0;
+        archive->Inquire(ARCHIVE_ENCODING, &encoding);
+        EXPECT_EQ(encoding, c.encoding);
+
+        // Written back to another file, in the encoding it came in, and read again.
+        auto copy = m_Folder / "copy.txt";
+        archive->put_Filename(Str(copy.wstring()));
+        EXPECT_GE(archive->Save(), 0);
+        EXPECT_EQ(vxtest::ReadBytes(copy), c.saved);
+        EXPECT_EQ(Lines(Open(copy, 13)), expected);
+    }
+}
+
+TEST_F(StringCollectionTest, NewLinesAreSavedAsUTF8)
+{
+    auto lines = vxtest::Create<ICreatableSimpleCollection>(L"StringCollection");
+    ASSERT_TRUE(lines);
+    lines->Add(Str(L"1:\tIm Anfang"));
+    lines->Add(Str(L"2:\t\u00C4"));
+    EXPECT_LT(lines->Add(nullptr), 0);
+    auto archive = lines.As<IFileArchive>();
+    auto file = m_Folder / "new.bbl";
+    archive->put_Filename(Str(file.wstring()));
+    EXPECT_GE(archive->Save(), 0);
+    EXPECT_EQ(vxtest::ReadBytes(file), "1:\tIm Anfang\n2:\t\xC3\x84\n");
+
+    SmartPtr<IString> name;
+    ASSERT_GE(archive->get_Name(name.Receive()), 0);
+    EXPECT_EQ(Text(name), L"new");
+}
+
+TEST_F(StringCollectionTest, AMissingFileLeavesNoLines)
+{
+    auto file = m_Folder / "present.txt";
+    vxtest::WriteBytes(file, "a\nb\n");
+    auto lines = Open(file, 10);
+    ASSERT_TRUE(lines);
+    auto archive = lines.As<IFileArchive>();
+    archive->put_Filename(Str((m_Folder / "missing.txt").wstring()));
+    EXPECT_LT(archive->Load(), 0);
+    int count = -1;
+    lines->get_Count(&count);
+    EXPECT_EQ(count, 0);
+    SmartPtr<IUnknown> item;
+    EXPECT_LT(lines->get_Item(0, item.Receive()), 0);
+}
+
+} // namespace

@@ -1,0 +1,99 @@
+// The framework's value objects: the variant's kinds, the plain list, and a
+// component record bound to an object.
+#include <functional>
+#include <string>
+
+#include "support/Fixture.h"
+
+namespace {
+
+using vxtest::Create;
+using vxtest::Str;
+using vxtest::Text;
+
+class ValueObjectTest : public vxtest::ModuleTest {};
+
+TEST_F(ValueObjectTest, AVariantKnowsWhatItHolds)
+{
+    auto object = Create<IUnknown>(L"SimpleCollection");
+    auto number = Create<IVariant>(L"Variant");
+    ASSERT_TRUE(object && number);
+    number->put_Integer(5);
+    struct Case {
+        const char* what;
+        std::function<void(IVariant*)> put;
+        short type, isString, isObject;
+        int integer;
+        double real;
+    };
+    const Case cases[] = {
+        {"nothing", [](IVariant*) {}, 0, 0, 0, 0, 0.0},
+        {"integer", [](IVariant* v) { v->put_Integer(-7); }, 1, 0, 0, -7, -7.0},
+        {"double", [](IVariant* v) { v->put_Double(2.75); }, 2, 0, 0, 2, 2.75},
+        {"number string", [](IVariant* v) { v->put_String(Str(L"42.5")); }, 0, 1, 0, 42, 42.5},
+        {"object", [&](IVariant* v) { v->put_Object(object); }, 0, 0, 1, 0, 0.0},
+        {"null object", [](IVariant* v) { v->put_Object(nullptr); }, 0, 1, 0, 0, 0.0},
+        {"another variant", [&](IVariant* v) { v->put_Object(number); }, 1, 0, 0, 5, 5.0},
+        {"object then integer", [&](IVariant* v) { v->put_Object(object); v->put_Integer(3); }, 1, 0, 0, 3, 3.0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        auto variant = Create<IVariant>(L"Variant");
+        ASSERT_TRUE(variant);
+        c.put(variant);
+        EXPECT_EQ(variant->get_Type(), c.type);
+        EXPECT_EQ(variant->IsString() != 0, c.isString != 0);
+        EXPECT_EQ(variant->IsObject() != 0, c.isObject != 0);
+        EXPECT_EQ(variant->get_Integer(), c.integer);
+        EXPECT_DOUBLE_EQ(variant->get_Double(), c.real);
+        SmartPtr<IString> text;
+        EXPECT_EQ(variant->get_String(text.Receive()) >= 0, c.isString != 0);
+    }
+}
+
+TEST_F(ValueObjectTest, ASimpleCollectionKeepsItsItemsInOrder)
+{
+    auto list = Create<ICreatableSimpleCollection>(L"SimpleCollection");
+    ASSERT_TRUE(list);
+    EXPECT_GE(list->Add(Str(L"first")), 0);
+    EXPECT_GE(list->Add(Str(L"second")), 0);
+    EXPECT_LT(list->Add(nullptr), 0);
+    auto plain = list.As<ISimpleCollection>();
+    ASSERT_TRUE(plain);
+    int count = 0;
+    plain->get_Count(&count);
+    EXPECT_EQ(count, 2);
+    SmartPtr<IUnknown> item;
+    ASSERT_GE(plain->get_Item(1, item.Receive()), 0);
+    EXPECT_EQ(Text(item), L"second");
+    EXPECT_LT(list->get_Item(2, item.Receive()), 0);
+    EXPECT_LT(list->get_Item(-1, item.Receive()), 0);
+}
+
+TEST_F(ValueObjectTest, ABoundRecordNamesItsObjectsComponent)
+{
+    struct Case {
+        const wchar_t* component;
+        const wchar_t* module;
+    };
+    const Case cases[] = {{L"Variant", L"Collections"}, {L"StringCollection", L"Collections"}};
+    for (const Case& c : cases) {
+        auto record = Create<IComponentString>(L"ComponentString");
+        auto object = Create<IUnknown>(c.component);
+        ASSERT_TRUE(record && object);
+        EXPECT_GE(record->put_Object(object), 0);
+        SmartPtr<IString> name, module;
+        record->get_Field(COMPONENT_FIELD_NAME, name.Receive());
+        record->get_Field(COMPONENT_FIELD_MODULE, module.Receive());
+        EXPECT_EQ(Text(name), c.component);
+        EXPECT_EQ(Text(module), c.module);
+        // The record then makes more of the same.
+        SmartPtr<IObjectInfo> made;
+        ASSERT_GE(record->CreateObject(IObjectInfo::Iid(), made.ReceiveVoid()), 0);
+        tagREFString madeName{0, nullptr};
+        made->GetName(0, &madeName);
+        EXPECT_EQ(std::wstring(madeName.m_Buffer, size_t(madeName.m_Length)), c.component);
+    }
+}
+
+} // namespace
