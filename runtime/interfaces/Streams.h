@@ -76,6 +76,8 @@ constexpr int ARCHIVE_HASFILE = 1;
 constexpr int ARCHIVE_NAMEWITHFOLDER = 2;
 constexpr int ARCHIVE_PROPERTY3 = 3;
 constexpr int ARCHIVE_ENCODING = 4;
+// A folder stream deflates its items when saved (the "Compress" verb); otherwise it stores them.
+constexpr int ARCHIVE_COMPRESS = 16;
 
 struct IFileArchive : IUnknown {
     static const IID& Iid() { return IID_IFileArchive; }

@@ -1,0 +1,433 @@
+// The folder stream as the module drives it: items of every kind written, saved to
+// a real archive, loaded by a new stream and read back by name and by position.
+#include <sys/resource.h>
+
+#include <csignal>
+#include <ctime>
+#include <cstring>
+#include <functional>
+#include <vector>
+
+#include "support/Fixture.h"
+
+using namespace vxtest;
+namespace fs = std::filesystem;
+
+namespace {
+
+class FolderStreamTest : public ModuleTest {};
+
+SmartPtr<IVariant> Number(int value)
+{
+    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    variant->put_Integer(value);
+    return variant;
+}
+
+SmartPtr<IVariant> Real(double value)
+{
+    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    variant->put_Double(value);
+    return variant;
+}
+
+SmartPtr<IFolderStream> Folder(IUnknown* object) { return QueryAs<IFolderStream>(object); }
+
+int32_t Save(IFolderStream* stream, const fs::path& file, bool compress = false)
+{
+    auto archive = QueryAs<IFileArchive>(stream);
+    archive->put_Filename(Str(file.wstring()));
+    archive->Control(ARCHIVE_COMPRESS, compress ? 1 : 0);
+    return archive->Save();
+}
+
+int32_t Load(IFolderStream* stream, const fs::path& file)
+{
+    auto archive = QueryAs<IFileArchive>(stream);
+    archive->put_Filename(Str(file.wstring()));
+    return archive->Load();
+}
+
+std::wstring ReadText(IFolderStream* folder, const wchar_t* name)
+{
+    auto text = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
+    EXPECT_GE(folder->ReadString(Str(name), text), 0) << Narrow(name);
+    return Text(text);
+}
+
+SmartPtr<IFolderStream> Open(IFolderStream* folder, IUnknown* key)
+{
+    SmartPtr<IDataStream> sub;
+    folder->OpenFolder(key, 0, sub.Receive());
+    return Folder(sub);
+}
+
+std::vector<std::wstring> Names(IUnknown* folder)
+{
+    auto collection = QueryAs<INamedCollection>(folder);
+    int count = 0;
+    collection->get_Count(&count);
+    std::vector<std::wstring> names;
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        collection->get_ItemName(i, name.Receive());
+        names.push_back(Text(name));
+    }
+    return names;
+}
+
+const std::wstring kTitle = L"Amazing grace \u00e4 \u20ac \U0001D11E";
+const std::vector<std::wstring> kSampleNames = {L"Title", L"Count", L"Scale", L"Flags",
+                                                L"Text",  L"Verse 1/2", L"Info", L"Last"};
+
+// One item of every kind, folders and plain items interleaved.
+void WriteSample(IFolderStream* root)
+{
+    ASSERT_GE(root->WriteString(Str(L"Title"), Str(kTitle)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Count"), Number(42)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Scale"), Real(2.5)), 0);
+    int32_t flags = 0x1234;
+    ASSERT_GE(root->WriteData(Str(L"Flags"), &flags, 4, 0), 0);
+    ASSERT_GE(root->CreateBlock(Str(L"Text")), 0);
+    root->Write("ab", 2, 0);
+    root->Write("cd", 2, 0);
+    SmartPtr<IDataStream> verse, deeper;
+    ASSERT_GE(root->CreateFolder(Str(L"Verse 1/2"), 0, verse.Receive()), 0);
+    Folder(verse)->WriteString(Str(L"Line"), Str(L"first"));
+    Folder(verse)->CreateFolder(Str(L"Deeper"), 0, deeper.Receive());
+    Folder(deeper)->WriteString(Str(L"Line"), Str(L"second"));
+    auto info = Create<IFileInfo>(L"FileInfo");
+    info->put_Author(REFLiteral(L"tester"));
+    info->put_Time(1234);
+    ASSERT_GE(root->WriteObject(Str(L"Info"), info, 0), 0);
+    ASSERT_GE(root->WriteString(Str(L"Last"), Str(L"")), 0);
+}
+
+bool StrayFiles(const fs::path& folder)
+{
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.path().filename().string().rfind(".vxsave", 0) == 0)
+            return true;
+    return false;
+}
+
+} // namespace
+
+TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
+{
+    for (bool compress : {false, true}) {
+        SCOPED_TRACE(compress ? "deflated" : "stored");
+        TempFolder folder;
+        auto written = Create<IFolderStream>(L"FolderStream");
+        WriteSample(written);
+        ASSERT_GE(Save(written, folder / "doc.tBL", compress), 0);
+
+        auto root = Create<IFolderStream>(L"FolderStream");
+        ASSERT_GE(Load(root, folder / "doc.tBL"), 0);
+        EXPECT_EQ(Names(root), kSampleNames);
+        EXPECT_EQ(ReadText(root, L"Title"), kTitle);
+        EXPECT_EQ(ReadText(root, L"Last"), L"");
+
+        // A variant gets back the kind of value that was written.
+        auto count = Number(0);
+        ASSERT_GE(root->ReadString(Str(L"Count"), count), 0);
+        EXPECT_EQ(count->get_Type(), VARIANT_INTEGER);
+        EXPECT_EQ(count->get_Integer(), 42);
+        auto scale = Number(0);
+        ASSERT_GE(root->ReadString(Str(L"Scale"), scale), 0);
+        EXPECT_EQ(scale->get_Type(), VARIANT_DOUBLE);
+        EXPECT_EQ(scale->get_Double(), 2.5);
+        auto title = Number(0);
+        ASSERT_GE(root->ReadString(Str(L"Title"), title), 0);
+        EXPECT_TRUE(title->IsString());
+
+        int32_t flags = 0;
+        ASSERT_GE(root->ReadData(Str(L"Flags"), &flags, 4, 0), 0);
+        EXPECT_EQ(flags, 0x1234);
+
+        void* bytes = nullptr;
+        unsigned long size = 0;
+        ASSERT_GE(root->OpenBlock(Str(L"Text")), 0);
+        ASSERT_GE(root->GetBuffer(&bytes, &size), 0);
+        EXPECT_EQ(std::string(static_cast<char*>(bytes), size), "abcd");
+
+        auto verse = Open(root, Str(L"Verse 1/2"));
+        ASSERT_TRUE(verse);
+        EXPECT_EQ(ReadText(verse, L"Line"), L"first");
+        EXPECT_EQ(ReadText(Open(verse, Str(L"Deeper")), L"Line"), L"second");
+        // Positions count folders only: the first is the verse, the second the object.
+        EXPECT_EQ(Names(Open(root, Number(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
+        EXPECT_EQ(Names(Open(root, Number(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
+        EXPECT_FALSE(Open(root, Number(2)));
+
+        // The object is made anew by the component name that its folder remembers.
+        SmartPtr<IUnknown> made;
+        ASSERT_GE(root->ReadObject(Str(L"Info"), made.Receive(), 0), 0);
+        auto info = QueryAs<IFileInfo>(made.get());
+        ASSERT_TRUE(info);
+        SmartPtr<IString> author;
+        info->get_Author(author.Receive());
+        int64_t time = 0;
+        info->get_Time(&time);
+        EXPECT_EQ(Text(author), L"tester");
+        EXPECT_EQ(time, 1234);
+    }
+}
+
+TEST_F(FolderStreamTest, DeflateShrinksTheFileAndBothFormsReadBack)
+{
+    TempFolder folder;
+    std::string text(64 * 1024, 'a');
+    std::uintmax_t sizes[2] = {};
+    for (bool compress : {false, true}) {
+        auto stream = Create<IFolderStream>(L"FolderStream");
+        stream->WriteData(Str(L"Block"), text.data(), int(text.size()), 0);
+        fs::path file = folder / (compress ? "deflated.tBL" : "stored.tBL");
+        ASSERT_GE(Save(stream, file, compress), 0);
+        sizes[compress] = fs::file_size(file);
+
+        auto loaded = Create<IFolderStream>(L"FolderStream");
+        ASSERT_GE(Load(loaded, file), 0);
+        void* bytes = nullptr;
+        unsigned long size = 0;
+        loaded->OpenBlock(Str(L"Block"));
+        ASSERT_GE(loaded->GetBuffer(&bytes, &size), 0);
+        EXPECT_EQ(std::string(static_cast<char*>(bytes), size), text);
+    }
+    EXPECT_GT(sizes[0], text.size());
+    EXPECT_LT(sizes[1], text.size() / 10);
+}
+
+TEST_F(FolderStreamTest, AMissingOrMismatchedItemFailsAndLeavesTheOutputAlone)
+{
+    auto root = Create<IFolderStream>(L"FolderStream");
+    WriteSample(root);
+    struct Case {
+        const wchar_t* name;
+        bool folder; // whether the read expects a folder
+    };
+    const Case cases[] = {{L"Nothing", false}, {L"Nothing", true}, {L"Verse 1/2", false}, {L"Title", true}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(Narrow(c.name));
+        if (c.folder) {
+            SmartPtr<IDataStream> sub;
+            EXPECT_LT(root->OpenFolder(Str(c.name), 0, sub.Receive()), 0);
+            EXPECT_FALSE(sub);
+            SmartPtr<IUnknown> object;
+            EXPECT_LT(root->ReadObject(Str(c.name), object.Receive(), 0), 0);
+            EXPECT_FALSE(object);
+            continue;
+        }
+        int32_t data = 0xABCD;
+        EXPECT_LT(root->ReadData(Str(c.name), &data, 4, 0), 0);
+        EXPECT_EQ(data, 0xABCD);
+        auto text = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
+        text->Clone(REFLiteral(L"kept"));
+        EXPECT_LT(root->ReadString(Str(c.name), text), 0);
+        EXPECT_EQ(Text(text), L"kept");
+        EXPECT_LT(root->OpenBlock(Str(c.name)), 0);
+    }
+}
+
+TEST_F(FolderStreamTest, RewritingANameReplacesTheItemInItsPlace)
+{
+    auto root = Create<IFolderStream>(L"FolderStream");
+    for (const wchar_t* name : {L"A", L"B", L"C"})
+        root->WriteString(Str(name), Str(name));
+    root->WriteString(Str(L"B"), Str(L"again"));
+    SmartPtr<IDataStream> folder;
+    root->CreateFolder(Str(L"A"), 0, folder.Receive());
+    EXPECT_EQ(Names(root), (std::vector<std::wstring>{L"A", L"B", L"C"}));
+    EXPECT_EQ(ReadText(root, L"B"), L"again");
+    EXPECT_TRUE(Open(root, Str(L"A")));
+}
+
+TEST_F(FolderStreamTest, TheFolderIsACollectionOfItsEntries)
+{
+    auto root = Create<IFolderStream>(L"FolderStream");
+    WriteSample(root);
+    auto collection = QueryAs<INamedCollection>(root.get());
+    ASSERT_TRUE(collection);
+    int index = -1;
+    ASSERT_GE(collection->get_Index(Str(L"Verse 1/2"), &index), 0);
+    EXPECT_EQ(index, 5);
+    EXPECT_LT(collection->get_Index(Str(L"Verse"), &index), 0);
+
+    // A folder's entry is its stream; a plain item's is its text and no folder.
+    SmartPtr<IUnknown> item;
+    ASSERT_GE(collection->get_Item(5, item.Receive()), 0);
+    EXPECT_EQ(ReadText(Folder(item), L"Line"), L"first");
+    ASSERT_GE(collection->get_Item(0, item.Receive()), 0);
+    EXPECT_FALSE(Folder(item));
+    EXPECT_EQ(Text(item), kTitle);
+    EXPECT_LT(collection->get_Item(int(kSampleNames.size()), item.Receive()), 0);
+}
+
+TEST_F(FolderStreamTest, AnObjectGivenIsLoadedInPlace)
+{
+    auto root = Create<IFolderStream>(L"FolderStream");
+    WriteSample(root);
+    auto info = Create<IFileInfo>(L"FileInfo");
+    IUnknown* same = info.Copy();
+    ASSERT_GE(root->ReadObject(Str(L"Info"), &same, 0), 0);
+    EXPECT_TRUE(SameObject(same, info));
+    same->Release();
+    int64_t time = 0;
+    info->get_Time(&time);
+    EXPECT_EQ(time, 1234);
+}
+
+TEST_F(FolderStreamTest, AFailedSaveLeavesTheEarlierFileWhole)
+{
+    struct Case {
+        const char* what;
+        // Makes the next save fail; returns the file to save to.
+        std::function<fs::path(const TempFolder&)> arrange;
+        std::function<void()> restore;
+    };
+    rlimit original{};
+    getrlimit(RLIMIT_FSIZE, &original);
+    const Case cases[] = {
+        {"the target is a folder that is not empty",
+         [](const TempFolder& folder) {
+             fs::create_directories(folder / "doc.tBL" / "inside");
+             return folder / "doc.tBL";
+         },
+         [] {}},
+        {"the disk refuses more bytes half-way",
+         [&](const TempFolder& folder) {
+             // Root passes every permission, but not the limit of the file size.
+             std::signal(SIGXFSZ, SIG_IGN);
+             rlimit small{16 * 1024, original.rlim_max};
+             setrlimit(RLIMIT_FSIZE, &small);
+             return folder / "doc.tBL";
+         },
+         [&] {
+             setrlimit(RLIMIT_FSIZE, &original);
+             std::signal(SIGXFSZ, SIG_DFL);
+         }},
+        {"the folder does not exist", [](const TempFolder& folder) { return folder / "none" / "doc.tBL"; }, [] {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TempFolder folder;
+        auto stream = Create<IFolderStream>(L"FolderStream");
+        WriteSample(stream);
+        ASSERT_GE(Save(stream, folder / "earlier.tBL"), 0);
+        std::string earlier = ReadBytes(folder / "earlier.tBL");
+
+        std::string big(256 * 1024, 'x');
+        stream->WriteData(Str(L"Big"), big.data(), int(big.size()), 0);
+        fs::path target = c.arrange(folder);
+        bool existed = fs::exists(target);
+        if (!existed && fs::exists(target.parent_path()))
+            fs::copy_file(folder / "earlier.tBL", target);
+        int32_t result = Save(stream, target);
+        c.restore();
+        EXPECT_LT(result, 0);
+        EXPECT_FALSE(StrayFiles(folder.Path()));
+        if (fs::is_regular_file(target)) {
+            EXPECT_EQ(ReadBytes(target), earlier);
+            auto reloaded = Create<IFolderStream>(L"FolderStream");
+            ASSERT_GE(Load(reloaded, target), 0);
+            EXPECT_EQ(Names(reloaded), kSampleNames);
+        }
+    }
+}
+
+TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
+{
+    TempFolder folder;
+    auto source = Create<IFolderStream>(L"FolderStream");
+    source->WriteString(Str(L"Item-x"), Str(L"one"));
+    source->WriteString(Str(L"Item-y"), Str(L"two"));
+    source->WriteString(Str(L"Solo"), Str(L"four"));
+    SmartPtr<IDataStream> sub;
+    source->CreateFolder(Str(L"Fold"), 0, sub.Receive());
+    Folder(sub)->WriteString(Str(L"Inner"), Str(L"three"));
+    ASSERT_GE(Save(source, folder / "good.tBL"), 0);
+    const std::string good = ReadBytes(folder / "good.tBL");
+
+    auto replaceAll = [](std::string bytes, const std::string& from, const std::string& to) {
+        for (size_t at = bytes.find(from); at != std::string::npos; at = bytes.find(from, at + to.size()))
+            bytes.replace(at, from.size(), to);
+        return bytes;
+    };
+    struct Case {
+        const char* what;
+        std::string bytes;
+    };
+    std::string flipped = good;
+    flipped[flipped.find("two")] ^= 0x20;
+    const Case cases[] = {
+        {"empty", ""},
+        {"not an archive", "hello, this is text"},
+        {"first half", good.substr(0, good.size() / 2)},
+        {"last byte cut", good.substr(0, good.size() - 1)},
+        {"a content byte changed", flipped},
+        {"two items of one name", replaceAll(good, "Item-y", "Item-x")},
+        {"an item where a folder stands", replaceAll(good, "Fold", "Solo")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        WriteBytes(folder / "bad.tBL", c.bytes);
+        auto stream = Create<IFolderStream>(L"FolderStream");
+        stream->WriteString(Str(L"Keep"), Str(L"kept"));
+        EXPECT_LT(Load(stream, folder / "bad.tBL"), 0);
+        EXPECT_EQ(Names(stream), std::vector<std::wstring>{L"Keep"});
+    }
+    auto stream = Create<IFolderStream>(L"FolderStream");
+    EXPECT_GE(Load(stream, folder / "good.tBL"), 0);
+}
+
+TEST_F(FolderStreamTest, FileInfoNamesTheUserAndStampsTheSave)
+{
+    auto info = Create<IFileInfo>(L"FileInfo");
+    SmartPtr<IString> author;
+    info->get_Author(author.Receive());
+    EXPECT_FALSE(Text(author).empty());
+    int64_t time = -1;
+    info->get_Time(&time);
+    EXPECT_EQ(time, 0);
+
+    auto stream = Create<IFolderStream>(L"FolderStream");
+    int64_t before = int64_t(std::time(nullptr));
+    ASSERT_GE(stream->WriteObject(Str(L"Info"), info, 0), 0);
+    info->get_Time(&time);
+    EXPECT_GE(time, before);
+    EXPECT_LE(time, int64_t(std::time(nullptr)));
+}
+
+TEST_F(FolderStreamTest, FileInfoRoundTripsThroughAnXMLStream)
+{
+    auto info = Create<IFileInfo>(L"FileInfo");
+    info->put_Author(REFLiteral(L"A & <B>"));
+    info->put_Time(5000000000); // past 32 bits
+    auto writer = Create<IXMLStream>(L"XMLStream");
+    ASSERT_TRUE(writer);
+    writer->SetBuffer(nullptr, 0, 0);
+    writer->OpenObject(info, 0, 0);
+    // A value the object doesn't know comes first, and must not stop the walk.
+    writer->PutAttribute(Str(L"Note"), 0, Str(L"ignored"), 0);
+    ASSERT_GE(QueryAs<IDataPersist>(info.get())->Save(writer, 0), 0);
+    writer->CloseElement();
+    void* text = nullptr;
+    unsigned long bytes = 0;
+    ASSERT_GE(static_cast<IDataStream*>(writer.get())->GetBuffer(&text, &bytes), 0);
+
+    auto reader = Create<IXMLStream>(L"XMLStream");
+    std::wstring copy(static_cast<wchar_t*>(text), bytes / sizeof(wchar_t));
+    ASSERT_GE(reader->SetBuffer(copy.data(), int(bytes), 0), 0);
+    tagREFString root{0, nullptr}, value{0, nullptr};
+    ASSERT_GE(reader->NextAttribute(&root), 0);
+    SmartPtr<IUnknown> element;
+    ASSERT_GE(reader->GetAttribute(root, &value, element.Receive(), 1), 0);
+    auto loaded = Create<IFileInfo>(L"FileInfo");
+    ASSERT_GE(QueryAs<IDataPersist>(loaded.get())->Load(QueryAs<IDataStream>(element.get()), 0), 0);
+    SmartPtr<IString> author;
+    loaded->get_Author(author.Receive());
+    int64_t time = 0;
+    loaded->get_Time(&time);
+    EXPECT_EQ(Text(author), L"A & <B>");
+    EXPECT_EQ(time, 5000000000);
+}
