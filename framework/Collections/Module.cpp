@@ -2,7 +2,11 @@
 #include <iterator>
 
 #include "framework/Collections/CreatableString.h"
+#include "framework/Collections/ParametersCreatable.h"
 #include "framework/Collections/Variant.h"
+#include "framework/Collections/SimpleCollection.h"
+#include "framework/Collections/StringCollection.h"
+#include "framework/Collections/SuperCollection.h"
 #include "runtime/Module.h"
 
 namespace {
@@ -10,6 +14,10 @@ namespace {
 const ComponentEntry kComponents[] = {
     {REFLiteral(L"CreatableString"), &CObject<CCreatableString>::_CreateInstance},
     {REFLiteral(L"Variant"), &CObject<CVariant>::_CreateInstance},
+    {REFLiteral(L"ParametersCreatable"), &CObject<CParametersCreatable>::_CreateInstance},
+    {REFLiteral(L"SimpleCollection"), &CObject<CSimpleCollection>::_CreateInstance},
+    {REFLiteral(L"StringCollection"), &CObject<CStringCollection>::_CreateInstance},
+    {REFLiteral(L"SuperCollection"), &CObject<CSuperCollection>::_CreateInstance},
 };
 
 } // namespace
