@@ -15,8 +15,23 @@ const ComponentLocation kComponents[] = {
     {L"VXVisualText", L"VXCore"},
     {L"CreatableString", L"Collections"},
     {L"Variant", L"Collections"},
+    {L"ParametersCreatable", L"Collections"},
+    {L"SimpleCollection", L"Collections"},
+    {L"StringCollection", L"Collections"},
+    {L"SuperCollection", L"Collections"},
     {L"GlobalComponentCollection", L"CollectionsEx"},
     {L"ComponentString", L"CollectionsEx"},
+    {L"FolderStream", L"CollectionsEx"},
+    {L"FileInfo", L"CollectionsEx"},
+    {L"XMLStream", L"CollectionsEx"},
+    {L"XMLStreamEx", L"CollectionsEx"},
+    {L"DataStream", L"CollectionsEx"},
+    {L"Registry", L"CollectionsEx"},
+    {L"ActiveWorkspace", L"CollectionsEx"},
+    {L"INIFile", L"CollectionsEx"},
+    {L"ASCIIStream", L"CollectionsEx"},
+    {L"VXRenderStyle", L"Renderer"},
+    {L"UIDefault", L"Renderer"},
 };
 
 } // namespace

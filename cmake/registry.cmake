@@ -1,0 +1,8 @@
+# The registry the build runs with: build/registry.ini, beside _binlinux, made from
+# samples/registry.ini.in. The installation is the source tree's samples/ folder, the
+# application's folder is the build folder.
+set(VX_REGISTRY_APP_PATH ${CMAKE_BINARY_DIR})
+set(VX_REGISTRY_INSTALL_PATH ${CMAKE_SOURCE_DIR}/samples)
+set(VX_REGISTRY_COMMON_PATH ${CMAKE_SOURCE_DIR}/samples)
+set(VX_REGISTRY_PROJECT_PATH ${CMAKE_SOURCE_DIR})
+configure_file(${CMAKE_SOURCE_DIR}/samples/registry.ini.in ${CMAKE_BINARY_DIR}/registry.ini @ONLY)
