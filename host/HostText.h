@@ -1,12 +1,8 @@
-// Text between the host's byte world (arguments, files, the terminal) and the
-// module's wide text.
+// Text from the module's wide characters to the host's bytes (the terminal, files).
 #pragma once
 #include <string>
 
 #include "runtime/VXCore.h"
 
 std::string ToUtf8(const wchar_t* text, int length);
-std::string ToUtf8(const std::wstring& text);
 std::string ToUtf8(IUnknown* string);
-// Lenient: a malformed byte stands for itself.
-std::wstring FromUtf8(const std::string& text);

@@ -4,6 +4,7 @@
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
+#include "runtime/ValueConversion.h"
 #include "persistence/FileBuffer.h"
 
 namespace {
@@ -19,10 +20,10 @@ bool ReadSongText(const std::string& file, std::wstring* text, std::string* erro
         *error = "cannot read " + file + ": the path is longer than 254 bytes";
         return false;
     }
-    std::wstring name = FromUtf8(file);
+    auto name = SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size())));
     void* data = nullptr;
     unsigned long size = 0;
-    if (FileArchiveLoad(CREFString(name.data(), int32_t(name.size())), &data, &size, FILELOAD_TEXTCHECK, 0) < 0) {
+    if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXTCHECK, 0) < 0) {
         *error = "cannot read " + file + " (missing, empty or not a file)";
         return false;
     }

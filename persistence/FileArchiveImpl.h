@@ -8,7 +8,6 @@
 #include <cwctype>
 
 #include "persistence/FileBuffer.h"
-#include "persistence/NamedCollection.h"
 #include "persistence/PathMapping.h"
 #include "runtime/Module.h"
 #include "runtime/Object.h"

@@ -45,10 +45,6 @@ struct CollectionItemRecord {
     }
 };
 
-// Load flags of the XML form.
-constexpr int COLLECTION_LOAD_CLEAR = 0x1000000;
-constexpr int COLLECTION_LOAD_MERGE = 0x2000000;
-
 // The comparisons that Sort offers, on pointers to record pointers (qsort's view).
 inline int COLLECTIONCompareByName(const void* a, const void* b);
 inline int COLLECTIONCompareByNameAndLength(const void* a, const void* b);

@@ -19,6 +19,11 @@ struct INamedCollection : ISimpleCollection {
     virtual int32_t IsCollectionLocked() = 0;
 };
 
+// Load flags of a collection's stream form: clear first and add what is read, or
+// look each element up by name and load into the item that is there.
+constexpr int COLLECTION_LOAD_CLEAR = 0x1000000;
+constexpr int COLLECTION_LOAD_MERGE = 0x2000000;
+
 // Sort flags.
 constexpr int COLLECTION_SORT_REVERSE = 2;
 constexpr int COLLECTION_SORT_BYLENGTH = 16;

@@ -1,6 +1,5 @@
 // The render style through the renderer's "VXRenderStyle": accessor quirks, copying,
 // and both kinds of stream with the differences between them that are kept.
-#include <regex>
 #include <utility>
 #include <vector>
 
@@ -32,11 +31,20 @@ protected:
     // Key and value of each value written, in order.
     static Pairs Saved(IVXRenderStyle* style)
     {
+        // Every <name>value</name> with no markup inside, in the order written.
         std::wstring text = SavedText(style);
-        static const std::wregex kValue(L"<(\\w+)>([^<]*)</\\1>");
         Pairs pairs;
-        for (std::wsregex_iterator i(text.begin(), text.end(), kValue), end; i != end; ++i)
-            pairs.emplace_back((*i)[1], (*i)[2]);
+        for (size_t open = text.find(L'<'); open != std::wstring::npos; open = text.find(L'<', open + 1)) {
+            size_t close = text.find(L'>', open);
+            if (close == std::wstring::npos)
+                break;
+            std::wstring name = text.substr(open + 1, close - open - 1);
+            size_t end = text.find(L'<', close);
+            if (name.empty() || name[0] == L'/' || name[0] == L'?' || end == std::wstring::npos ||
+                text.compare(end, name.size() + 3, L"</" + name + L">") != 0)
+                continue;
+            pairs.emplace_back(name, text.substr(close + 1, end - close - 1));
+        }
         return pairs;
     }
     static std::wstring Saved(IVXRenderStyle* style, const std::wstring& key)
