@@ -16,6 +16,8 @@ IString* ISCreate(IVariant* variant);
 IString* ISCreate(IVariant* variant, short format);
 
 int _IS2Integer(CREFString text, int base);
+// The value of one hexadecimal digit, either case; -1 for any other character.
+int HexDigitValue(wchar_t c);
 unsigned int _IS2Color(CREFString text, int base);
 double _IS2Double(CREFString text);
 

@@ -3,21 +3,11 @@
 #include <cstring>
 
 #include "framework/CollectionsEx/WideUTF8.h"
+#include "runtime/ValueConversion.h"
 
 namespace {
 
 bool NeedsEscape(wchar_t c) { return c == L'%' || c == L'/' || c == L'\\' || (c >= 0 && c < 0x20) || c == 0x7F; }
-
-int HexValue(wchar_t c)
-{
-    if (c >= L'0' && c <= L'9')
-        return c - L'0';
-    if (c >= L'A' && c <= L'F')
-        return c - L'A' + 10;
-    if (c >= L'a' && c <= L'f')
-        return c - L'a' + 10;
-    return -1;
-}
 
 // Undoes the %XX escapes of one component; a "%" that isn't followed by two hex
 // digits of an ASCII value stands for itself, as other tools may write one.
@@ -26,8 +16,8 @@ std::wstring Unescape(const std::wstring& text)
     std::wstring out;
     out.reserve(text.size());
     for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == L'%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
-            int value = HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]);
+        if (text[i] == L'%' && i + 2 < text.size() && HexDigitValue(text[i + 1]) >= 0 && HexDigitValue(text[i + 2]) >= 0) {
+            int value = HexDigitValue(text[i + 1]) * 16 + HexDigitValue(text[i + 2]);
             if (value < 0x80) {
                 out += wchar_t(value);
                 i += 2;

@@ -1,4 +1,5 @@
 #include "framework/CollectionsEx/XMLName.h"
+#include "runtime/ValueConversion.h"
 
 #include <cstdint>
 
@@ -27,17 +28,6 @@ bool InRanges(uint32_t c, const Range* ranges, size_t count)
     return false;
 }
 
-int HexValue(wchar_t c)
-{
-    if (c >= L'0' && c <= L'9')
-        return c - L'0';
-    if (c >= L'A' && c <= L'F')
-        return c - L'A' + 10;
-    if (c >= L'a' && c <= L'f')
-        return c - L'a' + 10;
-    return -1;
-}
-
 // The value of an escape of `digits` hex digits at name[at], which must stand
 // between "_x" and "_"; -1 if there is none of that width.
 int64_t EscapeAt(const wchar_t* name, size_t length, size_t at, size_t digits)
@@ -46,7 +36,7 @@ int64_t EscapeAt(const wchar_t* name, size_t length, size_t at, size_t digits)
         return -1;
     int64_t value = 0;
     for (size_t i = 0; i < digits; ++i) {
-        int digit = HexValue(name[at + 2 + i]);
+        int digit = HexDigitValue(name[at + 2 + i]);
         if (digit < 0)
             return -1;
         value = value * 16 + digit;
