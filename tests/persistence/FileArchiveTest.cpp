@@ -1,10 +1,9 @@
 // The file archive mixin on a small persistent object: names, flags, and both
 // generic forms through the real streams and files.
-#include <cstdlib>
-
 #include "persistence/FileArchiveImpl.h"
 #include "runtime/ObjectInfo.h"
 #include "support/Fixture.h"
+#include "support/ScopedRegistry.h"
 
 namespace {
 
@@ -128,17 +127,6 @@ TEST_F(FileArchiveTest, FirstLetterOfTheExtensionPicksTheForm)
     EXPECT_EQ(NewProbe(L".xml")->Save(), E_FAIL);
 }
 
-TEST_F(FileArchiveTest, FolderFormFilesTheInfoBesideTheBody)
-{
-    ASSERT_EQ(NewProbe(In("bible.tBL"))->Save(), S_OK);
-    auto stream = Create<IFolderStream>(L"FolderStream");
-    stream.As<IFileArchive>()->put_Filename(Str(In("bible.tBL")));
-    ASSERT_GE(stream.As<IFileArchive>()->Load(), 0);
-    auto info = Create<IUnknown>(L"FileInfo");
-    IUnknown* target = info.get();
-    EXPECT_GE(stream->ReadObject(Str(L"Info"), &target, 0), 0);
-}
-
 TEST_F(FileArchiveTest, EncodingAboveZeroWritesUTF8WithoutMark)
 {
     auto archive = NewProbe(In("u.xml"));
@@ -217,9 +205,7 @@ TEST_F(FileArchiveTest, NameDropsFolderAndExtension)
 TEST_F(FileArchiveTest, DotSlashNamesAFileBelowTheInstallation)
 {
     WriteBytes(m_Folder / "registry.ini", "[Workspace]\nInstallPath=/opt/a\n");
-    const char* before = std::getenv("VX_REGISTRY");
-    std::string kept = before ? before : "";
-    setenv("VX_REGISTRY", (m_Folder / "registry.ini").c_str(), 1);
+    ScopedRegistry registry(m_Folder / "registry.ini");
     const wchar_t* cases[][2] = {{L"./x.sng", L"/opt/a/x.sng"},
                                  {L".\\songs\\x.sng", L"/opt/a/songs/x.sng"},
                                  {L"./", L"./"},
@@ -229,10 +215,6 @@ TEST_F(FileArchiveTest, DotSlashNamesAFileBelowTheInstallation)
         NewProbe(c[0])->get_Filename(name.Receive());
         EXPECT_EQ(Text(name), c[1]) << Narrow(c[0]);
     }
-    if (before)
-        setenv("VX_REGISTRY", kept.c_str(), 1);
-    else
-        unsetenv("VX_REGISTRY");
 }
 
 } // namespace

