@@ -21,48 +21,6 @@ int32_t CStringCollection::put_Separator(int character)
     return S_OK;
 }
 
-int32_t CStringCollection::get_Filename(IString** name)
-{
-    if (!name)
-        return E_POINTER;
-    *name = m_Filename.Copy();
-    return *name ? S_OK : E_FAIL;
-}
-
-int32_t CStringCollection::put_Filename(IString* name)
-{
-    m_Filename = SmartPtr<IString>(name);
-    m_HasFile = 0;
-    m_Modified = 1;
-    return S_OK;
-}
-
-int32_t CStringCollection::get_Filter(IString** filter, short /*index*/)
-{
-    if (!filter)
-        return E_POINTER;
-    // Any file holds lines: there is no filter to offer.
-    *filter = nullptr;
-    return E_FAIL;
-}
-
-int32_t CStringCollection::get_Name(IString** name)
-{
-    if (!name)
-        return E_POINTER;
-    CREFString path(m_Filename.get());
-    if (path.IsEmpty())
-        return E_FAIL;
-    // The name without its folder and without its extension; a leading dot stays.
-    CREFString file;
-    path.GetLineRight(&file, L'/', false, true, true);
-    CREFString stem;
-    if (file.GetReverseLine(&stem, L'.', false, false) < 0)
-        stem = file;
-    *name = CCreatableString::New(stem);
-    return *name ? S_OK : E_FAIL;
-}
-
 void CStringCollection::CutLines(CREFString text)
 {
     while (!text.IsEmpty()) {
@@ -97,7 +55,7 @@ int32_t CStringCollection::Load()
         return result;
     std::unique_ptr<wchar_t[]> text(static_cast<wchar_t*>(data));
     // A file read as UTF-8 is written back as UTF-8, any other as 16-bit text.
-    m_Encoding = result == S_FALSE ? kEncodingUTF8 : kEncodingUTF16;
+    m_TextEncoding = result == S_FALSE ? kEncodingUTF8 : kEncodingUTF16;
     CREFString content(text.get(), size > 0x7FFFFFFFul ? 0x7FFFFFFF : int32_t(size));
     // The 16-bit reading counts a closing zero that is no part of the text.
     if (content.m_Length > 0 && content.m_Buffer[content.m_Length - 1] == L'\0')
@@ -129,7 +87,7 @@ int32_t CStringCollection::Save()
         return E_FAIL;
     std::wstring text = JoinLines();
     int32_t result = E_FAIL;
-    if (m_Encoding == kEncodingUTF16) {
+    if (m_TextEncoding == kEncodingUTF16) {
         result = FileArchiveSave(name, reinterpret_cast<unsigned char*>(text.data()), text.size() * sizeof(wchar_t),
                                  1, 0);
     } else {
@@ -154,7 +112,7 @@ int32_t CStringCollection::Control(int code, int value)
         m_HasFile = value;
         return S_OK;
     case ARCHIVE_ENCODING:
-        m_Encoding = value == kEncodingUTF16 ? kEncodingUTF16 : kEncodingUTF8;
+        m_TextEncoding = value == kEncodingUTF16 ? kEncodingUTF16 : kEncodingUTF8;
         return S_OK;
     default:
         return E_INVALIDARG;
@@ -173,7 +131,7 @@ int32_t CStringCollection::Inquire(int code, int* value)
         *value = m_HasFile;
         return S_OK;
     case ARCHIVE_ENCODING:
-        *value = m_Encoding;
+        *value = m_TextEncoding;
         return S_OK;
     default:
         return E_INVALIDARG;

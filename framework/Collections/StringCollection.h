@@ -3,6 +3,7 @@
 // hand and saved as a new file.
 #pragma once
 #include "framework/Collections/ItemList.h"
+#include "persistence/FileArchiveImpl.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
 
@@ -11,11 +12,11 @@ class CStringCollection : public CObject<CStringCollection>,
                           public IStringCollection,
                           public ICreatableSimpleCollection,
                           public ISimpleCollection,
-                          public IFileArchive {
+                          public IFileArchiveImpl<CStringCollection, IFileArchive> {
 public:
     static constexpr wchar_t kObjectName[] = L"StringCollection";
     using Interfaces = QiList<Entry<IObjectInfo>, Entry<IStringCollection>, Entry<ICreatableSimpleCollection>,
-                             Entry<ISimpleCollection>, Entry<IFileArchive>>;
+                             Entry<ISimpleCollection>, Chain<IFileArchiveImpl<CStringCollection, IFileArchive>>>;
 
     // The collection.
     int32_t get_Count(int* count) override { return m_Lines.Count(count); }
@@ -23,11 +24,7 @@ public:
     int32_t Add(IUnknown* line) override;
     int32_t put_Separator(int character) override;
 
-    // The file.
-    int32_t get_Filename(IString** name) override;
-    int32_t put_Filename(IString* name) override;
-    int32_t get_Filter(IString** filter, short index) override;
-    int32_t get_Name(IString** name) override;
+    // The file: name, flags and get_Name are the archive's; the text forms are ours.
     int32_t Load() override;
     int32_t Save() override;
     int32_t Control(int code, int value) override;
@@ -46,8 +43,5 @@ private:
 
     CItemList m_Lines;
     wchar_t m_Separator = L'\n';
-    SmartPtr<IString> m_Filename;
-    int m_Encoding = kEncodingUTF8;
-    int m_Modified = 0;
-    int m_HasFile = 0;
+    int m_TextEncoding = kEncodingUTF8;
 };
