@@ -113,6 +113,11 @@ int32_t CVariant::put_Object(IUnknown* value)
     // Nothing stored reads as the empty string, so a value always has a text.
     if (!value)
         return put_String(nullptr);
+    // A string given as an object is a string value: song attributes and
+    // parameter values arrive this way and must read back as their text.
+    // Other objects with a text face (verses, references) stay objects.
+    if (auto text = QueryAs<ICreatableString>(value))
+        return put_String(text);
     SmartPtr<IUnknown> keep(value);
     Reset();
     m_Kind = Kind::Object;
@@ -133,9 +138,10 @@ int32_t CVariant::get_String(IString** out)
 
 int32_t CVariant::put_String(IString* value)
 {
-    SmartPtr<IUnknown> keep(value);
-    if (!keep)
-        keep.Attach(CCreatableString::New(tagREFString{0, nullptr}));
+    // The variant keeps its own copy, so a caller that changes its string
+    // afterwards doesn't change the value held here.
+    SmartPtr<IUnknown> keep;
+    keep.Attach(CCreatableString::New(CREFString(value)));
     Reset();
     m_Kind = Kind::String;
     m_Object = keep;

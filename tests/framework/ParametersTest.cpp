@@ -155,6 +155,63 @@ TEST_F(ParametersTest, SortCountsCaseAndReversesContents)
     }
 }
 
+// Every road a value takes in and out of the collection keeps its kind: a string
+// stays a string, a number a number, an object an object.
+TEST_F(ParametersTest, ValuesKeepTheirKindOnEveryRoad)
+{
+    auto number = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    number->put_Integer(7);
+    auto object = Create<IUnknown>(L"SimpleCollection");
+    ASSERT_TRUE(object);
+    struct Case {
+        const wchar_t* name;
+        SmartPtr<IUnknown> value;
+        short isString, isObject;
+        const wchar_t* text; // ISCreate of the value variant
+    };
+    const Case cases[] = {
+        {L"String", SmartPtr<IUnknown>(Str(L"Isaac Watts").get()), 1, 0, L"Isaac Watts"},
+        {L"Number", SmartPtr<IUnknown>(number.get()), 0, 0, L"7"},
+        {L"Object", object, 0, 1, L"SimpleCollection"},
+        {L"Nothing", {}, 1, 0, L""},
+    };
+    auto creatable = m_Parameters.As<IParametersCreatable>();
+    for (const Case& c : cases)
+        creatable->Add(Str(c.name), c.value, nullptr, 0);
+    auto copy = Create<IParameters>(L"ParametersCreatable");
+    ASSERT_EQ(copy->Copy(m_Parameters), S_OK);
+    int index = 0;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(Narrow(c.name));
+        for (IParameters* parameters : {m_Parameters.get(), copy.get()}) {
+            SmartPtr<IVariant> variant;
+            ASSERT_GE(parameters->get_ItemVariant(index, variant.Receive()), 0);
+            EXPECT_EQ(variant->IsString() != 0, c.isString != 0);
+            EXPECT_EQ(variant->IsObject() != 0, c.isObject != 0);
+            EXPECT_EQ(Text(SmartPtr<IString>::Adopt(ISCreate(variant.get()))), c.text);
+
+            SmartPtr<IVariant> iterated;
+            parameters->Iterate(index, nullptr, iterated.Receive(), nullptr, nullptr);
+            EXPECT_EQ(Text(SmartPtr<IString>::Adopt(ISCreate(iterated.get()))), c.text);
+
+            SmartPtr<IUnknown> unwrapped;
+            parameters->Get(Str(c.name), unwrapped.Receive(), nullptr, nullptr, 2);
+            if (c.isObject) {
+                EXPECT_TRUE(SameObject(unwrapped.get(), object.get()));
+            } else if (c.isString) {
+                EXPECT_EQ(Text(unwrapped), c.text) << "unwrapped, a string is the string itself";
+            }
+        }
+        ++index;
+    }
+    // put_Item takes a plain string the same way Add does.
+    m_Parameters->put_Item(2, Str(L"replaced"));
+    SmartPtr<IVariant> variant;
+    m_Parameters->get_ItemVariant(2, variant.Receive());
+    EXPECT_TRUE(variant->IsString());
+    EXPECT_EQ(ItemAt(2), L"replaced");
+}
+
 TEST_F(ParametersTest, CopyReplacesKnownNamesAndAddsOthers)
 {
     Add(L"Title", L"old");

@@ -13,28 +13,40 @@ using vxtest::Text;
 
 class ValueObjectTest : public vxtest::ModuleTest {};
 
-TEST_F(ValueObjectTest, AVariantKnowsWhatItHolds)
+TEST_F(ValueObjectTest, AVariantKnowsWhatItHoldsAndReadsAsText)
 {
     auto object = Create<IUnknown>(L"SimpleCollection");
     auto number = Create<IVariant>(L"Variant");
-    ASSERT_TRUE(object && number);
+    auto text = Create<IVariant>(L"Variant");
+    auto holder = Create<IVariant>(L"Variant");
+    ASSERT_TRUE(object && number && text && holder);
     number->put_Integer(5);
+    text->put_String(Str(L"Grace"));
+    holder->put_Object(object);
     struct Case {
         const char* what;
         std::function<void(IVariant*)> put;
         short type, isString, isObject;
         int integer;
         double real;
+        const wchar_t* text; // what ISCreate makes of the variant
     };
     const Case cases[] = {
-        {"nothing", [](IVariant*) {}, 0, 0, 0, 0, 0.0},
-        {"integer", [](IVariant* v) { v->put_Integer(-7); }, 1, 0, 0, -7, -7.0},
-        {"double", [](IVariant* v) { v->put_Double(2.75); }, 2, 0, 0, 2, 2.75},
-        {"number string", [](IVariant* v) { v->put_String(Str(L"42.5")); }, 0, 1, 0, 42, 42.5},
-        {"object", [&](IVariant* v) { v->put_Object(object); }, 0, 0, 1, 0, 0.0},
-        {"null object", [](IVariant* v) { v->put_Object(nullptr); }, 0, 1, 0, 0, 0.0},
-        {"another variant", [&](IVariant* v) { v->put_Object(number); }, 1, 0, 0, 5, 5.0},
-        {"object then integer", [&](IVariant* v) { v->put_Object(object); v->put_Integer(3); }, 1, 0, 0, 3, 3.0},
+        {"nothing", [](IVariant*) {}, 0, 0, 0, 0, 0.0, L""},
+        {"integer", [](IVariant* v) { v->put_Integer(-7); }, 1, 0, 0, -7, -7.0, L"-7"},
+        {"double", [](IVariant* v) { v->put_Double(2.75); }, 2, 0, 0, 2, 2.75, L"2.75"},
+        {"number string", [](IVariant* v) { v->put_String(Str(L"42.5")); }, 0, 1, 0, 42, 42.5, L"42.5"},
+        {"object", [&](IVariant* v) { v->put_Object(object); }, 0, 0, 1, 0, 0.0, L"SimpleCollection"},
+        {"null object", [](IVariant* v) { v->put_Object(nullptr); }, 0, 1, 0, 0, 0.0, L""},
+        {"string as object", [](IVariant* v) { v->put_Object(Str(L"Amazing Grace")); }, 0, 1, 0, 0, 0.0,
+         L"Amazing Grace"},
+        {"number string as object", [](IVariant* v) { v->put_Object(Str(L"12")); }, 0, 1, 0, 12, 12.0, L"12"},
+        {"variant of a number", [&](IVariant* v) { v->put_Object(number); }, 1, 0, 0, 5, 5.0, L"5"},
+        {"variant of a string", [&](IVariant* v) { v->put_Object(text); }, 0, 1, 0, 0, 0.0, L"Grace"},
+        {"variant of an object", [&](IVariant* v) { v->put_Object(holder); }, 0, 0, 1, 0, 0.0,
+         L"SimpleCollection"},
+        {"object then integer", [&](IVariant* v) { v->put_Object(object); v->put_Integer(3); }, 1, 0, 0, 3, 3.0,
+         L"3"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -46,9 +58,24 @@ TEST_F(ValueObjectTest, AVariantKnowsWhatItHolds)
         EXPECT_EQ(variant->IsObject() != 0, c.isObject != 0);
         EXPECT_EQ(variant->get_Integer(), c.integer);
         EXPECT_DOUBLE_EQ(variant->get_Double(), c.real);
-        SmartPtr<IString> text;
-        EXPECT_EQ(variant->get_String(text.Receive()) >= 0, c.isString != 0);
+        SmartPtr<IString> held;
+        EXPECT_EQ(variant->get_String(held.Receive()) >= 0, c.isString != 0);
+        if (c.isString) {
+            EXPECT_EQ(Text(held), c.text);
+        }
+        EXPECT_EQ(Text(SmartPtr<IString>::Adopt(ISCreate(variant.get()))), c.text);
     }
+}
+
+TEST_F(ValueObjectTest, AVariantKeepsItsOwnCopyOfAString)
+{
+    auto source = Create<ICreatableString>(L"CreatableString");
+    auto variant = Create<IVariant>(L"Variant");
+    ASSERT_TRUE(source && variant);
+    source->Clone(CREFString(L"before"));
+    variant->put_String(source);
+    source->Clone(CREFString(L"after"));
+    EXPECT_EQ(Text(SmartPtr<IString>::Adopt(ISCreate(variant.get()))), L"before");
 }
 
 TEST_F(ValueObjectTest, ASimpleCollectionKeepsItsItemsInOrder)
