@@ -18,16 +18,13 @@ public:
     IEventSourceImpl() = default;
     IEventSourceImpl(const IEventSourceImpl&) = delete;
     IEventSourceImpl& operator=(const IEventSourceImpl&) = delete;
+    // The frame empties the list at the end of FinalRelease, while the owner is
+    // whole (TearDown). What is left here belongs to a source that was never in
+    // the frame; its owner is gone already, so its lock is not taken.
     ~IEventSourceImpl()
     {
-        if (m_Count != 0) {
-            Owner()->Lock();
-            int count = m_Count;
-            m_Count = 0;
-            for (int i = 0; i < count; ++i)
-                FreeEntry(m_Items[i]);
-            Owner()->Unlock();
-        }
+        for (int i = 0; i < m_Count; ++i)
+            FreeEntry(m_Items[i]);
         std::free(m_Items);
     }
 

@@ -97,6 +97,17 @@ template <class T> int32_t QueryThroughTable(T* self, const IID& iid, void** obj
     return E_NOINTERFACE;
 }
 
+// The teardown of an object while every member is still whole: the class's own
+// FinalRelease, then the subscribers of its event source, if it has one. A sink's
+// last Release may call back into the source, and the list is guarded by the
+// owner's lock, so this must not wait for the mixin's destructor.
+template <class T> void TearDown(T* self)
+{
+    self->FinalRelease();
+    if constexpr (requires { self->ClearAdvise(nullptr); })
+        self->ClearAdvise(nullptr);
+}
+
 // The most derived class of every object: it gives all interface bases one
 // QueryInterface, AddRef and Release.
 template <class T> class CObjectInstance final : public T {
@@ -108,7 +119,7 @@ public:
         int32_t count = this->m_RefCount.fetch_sub(1) - 1;
         if (count != 0)
             return count;
-        this->FinalRelease();
+        TearDown<T>(this);
         delete this;
         return 0;
     }
@@ -130,7 +141,7 @@ template <class T> int32_t CObject<T>::_CreateInstance(void* /*outer*/, IID* iid
         }
     }
     // Creation failed: tear down without Release.
-    instance->FinalRelease();
+    TearDown<T>(instance);
     delete instance;
     return result;
 }

@@ -4,12 +4,14 @@
 #include "runtime/EventSource.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
+#include "runtime/ResourceLock.h"
 #include "runtime/VXCore.h"
 
 namespace {
 
 int gLive = 0;
 int gFinalReleases = 0;
+int gSinks = 0;
 
 // A probe: counts live objects and final releases; FinalConstruct may be told to fail.
 class CProbe : public CObject<CProbe>,
@@ -35,6 +37,8 @@ class CSink : public CObject<CSink>, public IObjectInfoImpl<CSink>, public _IUIC
 public:
     static constexpr wchar_t kObjectName[] = L"Sink";
     using Interfaces = QiList<Entry<IObjectInfo>, Entry<_IUIContainerEvents>>;
+    CSink() { ++gSinks; }
+    ~CSink() override { --gSinks; }
     int32_t NodeSelect(IUnknown*, int, int, int, IUnknown*) override
     {
         ++m_Calls;
@@ -141,6 +145,47 @@ TEST(EventSource, GrowthReplaceAndRemoval)
         EXPECT_EQ(probe->AdviseCapacity(), 16) << "the array stays";
     }
     EXPECT_EQ(gLive, 0) << "the source released every sink";
+}
+
+// A source with a real lock: its Lock must never run once the object is taken apart.
+int gLocksOnDeadOwner = 0;
+class CLockedSource : public CObject<CLockedSource>,
+                      public IObjectInfoImpl<CLockedSource>,
+                      public IEventSourceImpl<CLockedSource, &IID__IUIContainerEvents> {
+public:
+    static constexpr wchar_t kObjectName[] = L"LockedSource";
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IEventSource>>;
+    ~CLockedSource() override { m_Whole = false; }
+    void Lock() override
+    {
+        if (!m_Whole) {
+            ++gLocksOnDeadOwner;
+            return;
+        }
+        m_Lock.Lock();
+    }
+    void Unlock() override
+    {
+        if (m_Whole)
+            m_Lock.Unlock();
+    }
+
+private:
+    CResourceLock m_Lock;
+    bool m_Whole = true;
+};
+
+TEST(EventSource, SubscribersGoWhileTheOwnerIsWhole)
+{
+    gSinks = 0;
+    gLocksOnDeadOwner = 0;
+    {
+        auto source = Make<CLockedSource, IEventSource>();
+        auto sink = Make<CSink, IUnknown>();
+        ASSERT_EQ(source->Advise(sink, ADVISE_ADD), S_OK);
+    }
+    EXPECT_EQ(gSinks, 0) << "the sink was released with its source";
+    EXPECT_EQ(gLocksOnDeadOwner, 0);
 }
 
 TEST(EventSource, SinksMayLeaveDuringFiring)
