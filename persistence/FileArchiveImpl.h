@@ -245,7 +245,10 @@ public:
         }
         CREFString file(m_Filename.get());
         if (m_Encoding > 0) {
-            // A chosen encoding: the text goes out as bytes, and the write's own result is not reported.
+            // A chosen encoding: the text goes out as bytes, and the write's own
+            // result is not reported: such a save answers S_OK even when the file
+            // could not be written (the old file stays whole, since the write goes
+            // beside it first).
             auto transform = Make<IStreamTransform>(REFLiteral(L"ASCIIStream"));
             auto bytes = Make<IDataStream>(REFLiteral(L"DataStream"));
             if (!transform || !bytes)

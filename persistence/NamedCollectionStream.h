@@ -20,7 +20,10 @@ SmartPtr<IString> INamedCollectionImpl<T, Base, Item>::SavedName(ItemRecord* rec
     return COLLECTIONString(text);
 }
 
-// A stream that is neither form, or none at all, gets nothing written.
+// One form is written: the XML one when the stream offers it, else the folder one.
+// A stream that offers both is thus written in the XML form only, though Load reads
+// it in both; the two are not symmetrical, and are kept so. A stream that is
+// neither form, or none at all, gets nothing written.
 template <class T, class Base, class Item>
 int32_t INamedCollectionImpl<T, Base, Item>::Save(IDataStream* stream, int flags)
 {
@@ -131,7 +134,9 @@ void INamedCollectionImpl<T, Base, Item>::LoadXMLElement(IXMLStream* xml, const 
     tagREFString value{0, nullptr};
     SmartPtr<IUnknown> element;
     if (FAILED(xml->GetAttribute(CREFString(itemName.get()), &value, element.Receive(), 1))) {
-        // Stepped past what can't be fetched, so that the walk comes to an end.
+        // NextAttribute names an element without passing it; only a fetch, a read
+        // or a Skip moves on. An element that can't be fetched is therefore
+        // skipped here, or the walk would name it again and never end.
         xml->Skip(0, 0, 0);
         return;
     }

@@ -138,6 +138,21 @@ TEST_F(FileArchiveTest, EncodingAboveZeroWritesUTF8WithoutMark)
     EXPECT_NE(bytes.find("caf\xC3\xA9"), std::string::npos) << bytes;
 }
 
+// With an encoding chosen the XML save reports success whatever the write gave;
+// in its own 16-bit form it reports the write's result.
+TEST_F(FileArchiveTest, XmlSaveResultWithAndWithoutEncoding)
+{
+    for (int encoding : {-1, 1}) {
+        SCOPED_TRACE(encoding);
+        auto archive = NewProbe(In("missing/u.xml"));
+        if (encoding > 0)
+            archive->Control(ARCHIVE_ENCODING, encoding);
+        int32_t result = archive->Save();
+        EXPECT_EQ(result >= 0, encoding > 0) << result;
+        EXPECT_FALSE(std::filesystem::exists(m_Folder / "missing"));
+    }
+}
+
 TEST_F(FileArchiveTest, FlagsFollowNamesLoadsAndSaves)
 {
     auto archive = NewProbe();

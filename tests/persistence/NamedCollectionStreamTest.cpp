@@ -1,5 +1,7 @@
 // The named collection through real streams and files: the XML form and the
 // folder form, with "FileInfo" objects as the persistent items.
+#include <algorithm>
+
 #include "persistence/ProbeCollection.h"
 
 using vxtest::Str;
@@ -136,6 +138,85 @@ TEST_F(NamedCollectionStreamTest, FolderFormKeepsOrderFlagsAndAttachedObjects)
     EXPECT_EQ(c.self->Load(stream, COLLECTION_LOAD_MERGE), S_OK);
     EXPECT_EQ(Describe(c.face),
               (std::vector<std::wstring>{L"First 5 one rider", L"Item2 0 two -", L"Third 0 three -"}));
+}
+
+} // namespace
+
+namespace {
+
+// A stream that offers both forms and logs what is asked of it. Its XML face
+// names the element "Item1" twice and can fetch nothing.
+class CTwoFacedStream : public CObject<CTwoFacedStream>, public IXMLStream, public IFolderStream {
+public:
+    using Interfaces = QiList<Entry<IDataStream, IXMLStream>, Entry<IXMLStream>, Entry<IFolderStream>>;
+    std::vector<std::string> m_Log;
+    int m_Elements = 2;
+
+    int32_t SetBuffer(void*, int, int) override { return S_OK; }
+    int32_t Skip(int, int, int) override
+    {
+        --m_Elements;
+        return Log("Skip");
+    }
+    int32_t GetBuffer(void**, unsigned long*) override { return E_FAIL; }
+    int32_t Write(const void*, int, int) override { return S_OK; }
+    int32_t ResetAttributes(int, int, int) override { return S_OK; }
+    int32_t OpenElement(IString*, int, int) override { return Log("OpenElement"); }
+    int32_t OpenObject(IUnknown*, int, int) override { return S_OK; }
+    int32_t PutAttribute(IString*, int, IString*, int) override { return S_OK; }
+    int32_t CloseElement() override { return S_OK; }
+    int32_t NextAttribute(tagREFString* name) override
+    {
+        // Bounded, so that a load that never steps on still ends here.
+        if (m_Elements <= 0 || m_Log.size() > 50)
+            return E_FAIL;
+        *name = CREFString(L"Item1");
+        return Log("NextAttribute");
+    }
+    int32_t GetAttribute(tagREFString, tagREFString*, IUnknown**, int) override { return Log("GetAttribute", E_FAIL); }
+    int32_t ReadObject(IUnknown**) override { return E_FAIL; }
+    int32_t ReadObjectOfClass(tagREFString, IUnknown**) override { return E_FAIL; }
+    int32_t put_Mode(int, int) override { return S_OK; }
+    int32_t CreateFolder(IString*, int, IDataStream**) override { return Log("CreateFolder", E_FAIL); }
+    int32_t CreateBlock(IString*) override { return E_FAIL; }
+    int32_t WriteData(IString*, const void*, int, int) override { return E_FAIL; }
+    int32_t WriteString(IString*, IUnknown*) override { return E_FAIL; }
+    int32_t WriteObject(IString*, IUnknown*, int) override { return E_FAIL; }
+    int32_t OpenBlock(IString*) override { return E_FAIL; }
+    int32_t ReadData(IString*, void*, int, int) override { return E_FAIL; }
+    int32_t ReadString(IString*, IUnknown*) override { return E_FAIL; }
+    int32_t OpenFolder(IUnknown*, int, IDataStream**) override { return E_FAIL; }
+    int32_t ReadObject(IString*, IUnknown**, int) override { return E_FAIL; }
+
+private:
+    int32_t Log(const char* what, int32_t result = S_OK)
+    {
+        m_Log.push_back(what);
+        return result;
+    }
+};
+
+TEST_F(NamedCollectionStreamTest, AStreamOfBothFormsIsWrittenInOneAndReadInBoth)
+{
+    SmartPtr<IXMLStream> stream;
+    IID iid = IXMLStream::Iid();
+    ASSERT_EQ(CObject<CTwoFacedStream>::_CreateInstance(nullptr, &iid, stream.ReceiveVoid()), S_OK);
+    auto* probe = static_cast<CTwoFacedStream*>(stream.get());
+    auto collection = Filled();
+
+    ASSERT_EQ(collection.self->Save(stream, 0), S_OK);
+    std::vector<std::string> saved = probe->m_Log;
+    EXPECT_EQ(std::count(saved.begin(), saved.end(), "OpenElement"), 4) << "three items, one attached";
+    EXPECT_EQ(std::count(saved.begin(), saved.end(), "CreateFolder"), 0) << "the XML form alone is written";
+
+    // Loading reads the XML form, stepping past each element it can't fetch so
+    // that the walk ends, then the folder form, which clears the collection.
+    probe->m_Log.clear();
+    ASSERT_EQ(collection.self->Load(stream, 0), S_OK);
+    const std::vector<std::string> loaded = {"NextAttribute", "GetAttribute", "Skip",
+                                             "NextAttribute", "GetAttribute", "Skip"};
+    EXPECT_EQ(probe->m_Log, loaded);
+    EXPECT_EQ(Names(collection.face).size(), 0u) << "the folder form was read too, and starts afresh";
 }
 
 } // namespace
