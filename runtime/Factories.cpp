@@ -7,10 +7,13 @@ namespace {
 
 // The lowest layer's factories work before and without a collection: failing the
 // collection, the record comes straight from "CollectionsEx" and is told which
-// module and component it stands for. keepForGood leaves one reference that is
-// never released, so the record outlives every other static of the process.
+// module and component it stands for. With keptForGood the record gets one more
+// reference that is never released, so it outlives every other static of the
+// process; the pointer stays in keptForGood so that the record is still reachable
+// at exit and a leak check tells it apart from a real leak.
 template <class I>
-I* CreateWithFallback(SmartPtr<IComponentString>& record, tagREFString component, bool keepForGood)
+I* CreateWithFallback(SmartPtr<IComponentString>& record, tagREFString component,
+                      IComponentString* volatile* keptForGood)
 {
     if (!record && gGlobalComponentCollection)
         gGlobalComponentCollection->CreateObject(component, nullptr, record.ReceiveVoid());
@@ -21,8 +24,10 @@ I* CreateWithFallback(SmartPtr<IComponentString>& record, tagREFString component
             create(nullptr, const_cast<IID*>(&IID_IComponentString), record.ReceiveVoid());
         if (!record)
             return nullptr;
-        if (keepForGood)
+        if (keptForGood) {
             record->AddRef();
+            *keptForGood = record.get();
+        }
         record->put_Field(COMPONENT_FIELD_MODULE, REFLiteral(L"Collections"));
         record->put_Field(COMPONENT_FIELD_NAME, component);
     }
@@ -65,19 +70,21 @@ template <class I> I* CreateFromRecord(SmartPtr<IComponentString>& record, const
 ICreatableString* CREFString::CreateString()
 {
     static SmartPtr<IComponentString> gStringComponent;
-    return CreateWithFallback<ICreatableString>(gStringComponent, REFLiteral(L"CreatableString"), false);
+    return CreateWithFallback<ICreatableString>(gStringComponent, REFLiteral(L"CreatableString"), nullptr);
 }
 
 IVariant* CREFString::CreateVariant()
 {
     static SmartPtr<IComponentString> gVariantComponent;
-    return CreateWithFallback<IVariant>(gVariantComponent, REFLiteral(L"Variant"), true);
+    static IComponentString* volatile gVariantKept = nullptr;
+    return CreateWithFallback<IVariant>(gVariantComponent, REFLiteral(L"Variant"), &gVariantKept);
 }
 
 ISuperCollection* CREFString::CreateCollection()
 {
     static SmartPtr<IComponentString> gCollectionComponent;
-    return CreateWithFallback<ISuperCollection>(gCollectionComponent, REFLiteral(L"SuperCollection"), true);
+    static IComponentString* volatile gCollectionKept = nullptr;
+    return CreateWithFallback<ISuperCollection>(gCollectionComponent, REFLiteral(L"SuperCollection"), &gCollectionKept);
 }
 
 ISuperCollection* BASEObject::CreateNamedCollection()
