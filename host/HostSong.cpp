@@ -30,10 +30,11 @@ bool NameFits(const std::string& file, std::string* error)
 }
 
 // Control characters other than line ends and tabs mean a file of another kind.
+// (16-bit units from 0x8000 on arrive negative and are text.)
 bool LooksBinary(const std::wstring& text)
 {
     for (wchar_t c : text)
-        if ((c < 32 && c != L'\t' && c != L'\n' && c != L'\r' && c != L'\f' && c != L'\v') || c == 127)
+        if ((c >= 0 && c < 32 && c != L'\t' && c != L'\n' && c != L'\r' && c != L'\f' && c != L'\v') || c == 127)
             return true;
     return false;
 }
