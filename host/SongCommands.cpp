@@ -27,6 +27,30 @@ bool Parse(const Arguments& arguments, size_t least, size_t most, const char* us
     return true;
 }
 
+// Loads the file the user named into song; false with the exit status set.
+bool Open(const std::string& argument, const HostSong& song, int* status)
+{
+    std::string error;
+    if (!song)
+        *status = HostFail("the component VXSong is not available");
+    else if (!HostLoadSong(HostPath(argument), song.get(), &error))
+        *status = HostFail(error);
+    else
+        return true;
+    return false;
+}
+
+// Writes the song to the file the user named and says so; the exit status.
+int Write(IVXSong* song, const std::string& argument, bool force)
+{
+    std::string out = HostPath(argument);
+    std::string error;
+    if (!HostWriteSong(song, out, force, &error))
+        return HostFail(error);
+    std::cout << "saved " << out << '\n';
+    return 0;
+}
+
 int SongShow(const Arguments& arguments)
 {
     HostOptions options;
@@ -43,11 +67,8 @@ int SongText(const Arguments& arguments)
     if (!Parse(arguments, 1, 1, "text", &options, &status))
         return status;
     HostSong song;
-    std::string error;
-    if (!song)
-        return HostFail("the component VXSong is not available");
-    if (!HostLoadSong(HostPath(options.m_Positional[0]), song.get(), &error))
-        return HostFail(error);
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
     std::cout << HostPlainText(song.get());
     return 0;
 }
@@ -85,11 +106,7 @@ int SongImportCCLI(const Arguments& arguments)
         HostPrintSong(song.get());
         return 0;
     }
-    std::string out = HostPath(options.m_Out);
-    if (!HostWriteSong(song.get(), out, options.m_Force, &error))
-        return HostFail(error);
-    std::cout << "saved " << out << '\n';
-    return 0;
+    return Write(song.get(), options.m_Out, options.m_Force);
 }
 
 int SongSave(const Arguments& arguments)
@@ -101,16 +118,9 @@ int SongSave(const Arguments& arguments)
     if (options.m_Out.empty())
         return HostBadUsage("song save needs --out FILE; see vxhost song save --help");
     HostSong song;
-    std::string error;
-    if (!song)
-        return HostFail("the component VXSong is not available");
-    if (!HostLoadSong(HostPath(options.m_Positional[0]), song.get(), &error))
-        return HostFail(error);
-    std::string out = HostPath(options.m_Out);
-    if (!HostWriteSong(song.get(), out, options.m_Force, &error))
-        return HostFail(error);
-    std::cout << "saved " << out << '\n';
-    return 0;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    return Write(song.get(), options.m_Out, options.m_Force);
 }
 
 int SongSet(const Arguments& arguments)
@@ -124,12 +134,8 @@ int SongSet(const Arguments& arguments)
         if (positional[i].find('=') == std::string::npos || positional[i][0] == '=')
             return HostBadUsage("\"" + positional[i] + "\" is not NAME=VALUE; see vxhost song set --help");
     HostSong song;
-    std::string error;
-    if (!song)
-        return HostFail("the component VXSong is not available");
-    std::string file = HostPath(positional[0]);
-    if (!HostLoadSong(file, song.get(), &error))
-        return HostFail(error);
+    if (!Open(positional[0], song, &status))
+        return status;
     auto attributes = QueryAs<IParameters>(song.get());
     for (size_t i = 1; i < positional.size(); ++i) {
         size_t equals = positional[i].find('=');
@@ -144,11 +150,9 @@ int SongSet(const Arguments& arguments)
             creatable->Add(key, text, nullptr, 0);
     }
     // The file edited is the file saved, unless another is named.
-    std::string out = options.m_Out.empty() ? file : HostPath(options.m_Out);
-    if (!HostWriteSong(song.get(), out, options.m_Force || options.m_Out.empty(), &error))
-        return HostFail(error);
-    std::cout << "saved " << out << '\n';
-    return 0;
+    if (options.m_Out.empty())
+        return Write(song.get(), positional[0], true);
+    return Write(song.get(), options.m_Out, options.m_Force);
 }
 
 } // namespace
@@ -156,11 +160,9 @@ int SongSet(const Arguments& arguments)
 int ShowSongFile(const std::string& file)
 {
     HostSong song;
-    std::string error;
-    if (!song)
-        return HostFail("the component VXSong is not available");
-    if (!HostLoadSong(file, song.get(), &error))
-        return HostFail(error);
+    int status = 0;
+    if (!Open(file, song, &status))
+        return status;
     HostPrintSong(song.get());
     return 0;
 }
