@@ -9,7 +9,8 @@ using vxtest::RunHost;
 
 TEST(Host, HelpDescribesTheCommands)
 {
-    for (const char* arguments : {"--help", "song --help", "song show --help", "demo --help"}) {
+    for (const char* arguments : {"--help", "song --help", "song show --help", "song text --help",
+                                  "song import-ccli --help", "song save --help", "song set --help", "demo --help"}) {
         auto result = RunHost(arguments);
         EXPECT_EQ(result.status, 0) << arguments;
         EXPECT_NE(result.out.find("vxhost"), std::string::npos) << arguments;

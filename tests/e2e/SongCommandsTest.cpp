@@ -120,13 +120,4 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 4);
 }
 
-TEST(SongCommands, EveryCommandAnswersHelp)
-{
-    for (const char* verb : {"show", "text", "import-ccli", "save", "set"}) {
-        auto run = RunHost(std::string("song ") + verb + " --help");
-        EXPECT_EQ(run.status, 0) << verb;
-        EXPECT_NE(run.out.find("Example: vxhost song " + std::string(verb)), std::string::npos) << verb << run.out;
-    }
-}
-
 } // namespace
