@@ -32,6 +32,7 @@ const ComponentLocation kComponents[] = {
     {L"ASCIIStream", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
+    {L"StringTable", L"CollectionsEx"},
 };
 
 } // namespace
