@@ -33,6 +33,8 @@ const ComponentLocation kComponents[] = {
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
     {L"StringTable", L"CollectionsEx"},
+    {L"VXRenderer", L"Renderer"},
+    {L"VXText", L"Renderer"},
 };
 
 } // namespace
