@@ -1,93 +1,193 @@
-// vxhost song ...: songs as an operator prepares them.
+// vxhost song ...: songs as an operator prepares them for a service.
 #include <iostream>
+#include <iterator>
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
-#include "host/HostText.h"
+#include "host/HostOptions.h"
+#include "host/HostSong.h"
 #include "runtime/ValueConversion.h"
-#include "persistence/FileBuffer.h"
 
 namespace {
 
-// Reads a song file into wide text the way the song itself reads its file, so that
-// UTF-16 (with or without a mark), UTF-8 and Latin-1 all come out right; false with
-// a message on failure.
-bool ReadSongText(const std::string& file, std::wstring* text, std::string* error)
+// Parses the options and wants between least and most positional arguments.
+bool Parse(const Arguments& arguments, size_t least, size_t most, const char* usage, HostOptions* options,
+           int* status)
 {
-    // The module hands names to the C library in 254 bytes; a longer one would open
-    // some other file.
-    if (file.size() > 254) {
-        *error = "cannot read " + file + ": the path is longer than 254 bytes";
+    std::string error;
+    if (!HostParseOptions(arguments, options, &error)) {
+        *status = HostBadUsage(error + "; see vxhost song " + usage + " --help");
         return false;
     }
-    auto name = SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size())));
-    void* data = nullptr;
-    unsigned long size = 0;
-    if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXTCHECK, 0) < 0) {
-        *error = "cannot read " + file + " (missing, empty or not a file)";
+    size_t count = options->m_Positional.size();
+    if (count < least || count > most) {
+        *status = HostBadUsage(std::string("wrong number of arguments; see vxhost song ") + usage + " --help");
         return false;
     }
-    auto* wide = static_cast<wchar_t*>(data);
-    text->assign(wide, size);
-    delete[] wide;
-    // 16-bit text counts its terminator.
-    while (!text->empty() && text->back() == L'\0')
-        text->pop_back();
     return true;
 }
 
-// The verse's id: its item name up to the first ":", trimmed.
-std::string VerseId(IString* itemName)
+// Loads the file the user named into song; false with the exit status set.
+bool Open(const std::string& argument, const HostSong& song, int* status)
 {
-    std::string name = ToUtf8(itemName);
-    size_t colon = name.find(':');
-    if (colon != std::string::npos)
-        name.erase(colon);
-    while (!name.empty() && name.back() == ' ')
-        name.pop_back();
-    return name;
+    std::string error;
+    if (!song)
+        *status = HostFail("the component VXSong is not available");
+    else if (!HostLoadSong(HostPath(argument), song.get(), &error))
+        *status = HostFail(error);
+    else
+        return true;
+    return false;
+}
+
+// Writes the song to the file the user named and says so; the exit status.
+int Write(IVXSong* song, const std::string& argument, bool force)
+{
+    std::string out = HostPath(argument);
+    std::string error;
+    if (!HostWriteSong(song, out, force, &error))
+        return HostFail(error);
+    std::cout << "saved " << out << '\n';
+    return 0;
 }
 
 int SongShow(const Arguments& arguments)
 {
-    if (arguments.size() != 1)
-        return HostFail("song show takes one file; see vxhost song --help");
-    return ShowSongFile(HostPath(arguments[0]));
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 1, 1, "show", &options, &status))
+        return status;
+    return ShowSongFile(HostPath(options.m_Positional[0]));
+}
+
+int SongText(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 1, 1, "text", &options, &status))
+        return status;
+    HostSong song;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    std::cout << HostPlainText(song.get());
+    return 0;
+}
+
+int SongImportCCLI(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 0, 1, "import-ccli", &options, &status))
+        return status;
+    std::string source = options.m_Positional.empty() ? "-" : options.m_Positional[0];
+    std::wstring paste;
+    std::string error;
+    if (source == "-") {
+        std::string bytes(std::istreambuf_iterator<char>(std::cin), {});
+        auto text = SmartPtr<IString>::Adopt(ISCreate(bytes.data(), int(bytes.size())));
+        CREFString view(text.get());
+        paste.assign(view.m_Buffer ? view.m_Buffer : L"", size_t(view.m_Length > 0 ? view.m_Length : 0));
+        source = "standard input";
+    } else {
+        source = HostPath(source);
+        if (!HostReadText(source, &paste, &error))
+            return HostFail(error);
+    }
+    HostSong song;
+    if (!song)
+        return HostFail("the component VXSong is not available");
+    song.get()->SetVerses(CREFString(paste.data(), int32_t(paste.size())), SONGVERSES_CCLI);
+    int verses = 0;
+    QueryAs<IVXBook>(song.get())->get_VerseCount(0, &verses);
+    // Nothing is written for a paste that held no song.
+    if (verses < 1)
+        return HostFail(source + ": no verse found in the paste (a title line, then blocks parted by blank lines)");
+    if (options.m_Out.empty()) {
+        HostPrintSong(song.get());
+        return 0;
+    }
+    return Write(song.get(), options.m_Out, options.m_Force);
+}
+
+int SongSave(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 1, 1, "save", &options, &status))
+        return status;
+    if (options.m_Out.empty())
+        return HostBadUsage("song save needs --out FILE; see vxhost song save --help");
+    HostSong song;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    return Write(song.get(), options.m_Out, options.m_Force);
+}
+
+int SongSet(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 2, size_t(-1), "set", &options, &status))
+        return status;
+    const Arguments& positional = options.m_Positional;
+    for (size_t i = 1; i < positional.size(); ++i)
+        if (positional[i].find('=') == std::string::npos || positional[i][0] == '=')
+            return HostBadUsage("\"" + positional[i] + "\" is not NAME=VALUE; see vxhost song set --help");
+    HostSong song;
+    if (!Open(positional[0], song, &status))
+        return status;
+    auto attributes = QueryAs<IParameters>(song.get());
+    for (size_t i = 1; i < positional.size(); ++i) {
+        size_t equals = positional[i].find('=');
+        std::string name = positional[i].substr(0, equals);
+        std::string value = positional[i].substr(equals + 1);
+        auto key = SmartPtr<IString>::Adopt(ISCreate(name.data(), int(name.size())));
+        auto text = SmartPtr<IString>::Adopt(ISCreate(value.data(), int(value.size())));
+        int index = -1;
+        if (attributes->get_Index(key, &index) >= 0 && index >= 0)
+            attributes->put_Item(index, text);
+        else if (auto creatable = attributes.As<IParametersCreatable>())
+            creatable->Add(key, text, nullptr, 0);
+    }
+    // The file edited is the file saved, unless another is named.
+    if (options.m_Out.empty())
+        return Write(song.get(), positional[0], true);
+    return Write(song.get(), options.m_Out, options.m_Force);
 }
 
 } // namespace
 
 int ShowSongFile(const std::string& file)
 {
-    std::wstring text;
-    std::string error;
-    if (!ReadSongText(file, &text, &error))
-        return HostFail(error);
-    auto song = HostCreate<IVXSong>(L"VXSong");
-    if (!song)
-        return HostFail("the component VXSong is not available");
-    song->SetVerses(CREFString(text.data(), int32_t(text.size())), SONGVERSES_PARSE);
-    auto verses = song.As<ISuperCollection>();
-    auto book = song.As<IVXBook>();
-    int count = 0;
-    book->get_VerseCount(0, &count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        SmartPtr<IString> verse;
-        verses->get_ItemName(i, name.Receive());
-        book->get_Verse(0, i, 1, verse.Receive());
-        std::cout << "[" << VerseId(name) << "]\n" << ToUtf8(verse.get()) << "\n\n";
-    }
-    // The verses point back at their song: clearing the list lets both go.
-    verses->Clear();
+    HostSong song;
+    int status = 0;
+    if (!Open(file, song, &status))
+        return status;
+    HostPrintSong(song.get());
     return 0;
 }
 
 const std::vector<HostCommand>& SongCommands()
 {
     static const std::vector<HostCommand> kCommands = {
-        {"song", "show", "FILE", "Reads a song from a text file and prints each verse: its id, then its text.",
+        {"song", "show", "FILE",
+         "Reads a song (.sng or plain text) and prints its attributes, then each verse: number and id, header "
+         "and footer switches, text. Example: vxhost song show amazing-grace.sng",
          &SongShow},
+        {"song", "text", "FILE",
+         "Prints a song's plain text: verses parted by a blank line. Example: vxhost song text hymn.sng", &SongText},
+        {"song", "import-ccli", "[FILE|-] [--out FILE] [--force]",
+         "Imports a song text pasted from CCLI (a file, or standard input); prints it, or saves it as a song file "
+         "with --out. Example: vxhost song import-ccli paste.txt --out song.sng",
+         &SongImportCCLI},
+        {"song", "save", "FILE --out FILE [--force]",
+         "Writes a song again as a song file: a plain text becomes a .sng. Example: vxhost song save hymn.txt "
+         "--out hymn.sng",
+         &SongSave},
+        {"song", "set", "FILE NAME=VALUE... [--out FILE] [--force]",
+         "Sets attributes of a song and saves it (to FILE itself unless --out names another). Example: vxhost "
+         "song set hymn.sng author=\"John Newton\"",
+         &SongSet},
     };
     return kCommands;
 }

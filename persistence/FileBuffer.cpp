@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "persistence/FileNameUTF8.h"
+#include "persistence/FileReplacement.h"
 #include "persistence/TextDecode.h"
 #include "persistence/TextDetect.h"
 
@@ -101,34 +102,51 @@ int32_t FileArchiveLoad(tagREFString name, void** data, unsigned long* size, sho
     return result;
 }
 
+namespace {
+
+// Writes the buffer to an open file: bytes as they are, or 32-bit characters as
+// 16-bit units; the count of bytes written.
+size_t WriteBuffer(FILE* file, const unsigned char* data, unsigned long size, short wide, short append)
+{
+    if (!wide)
+        return size > 0 ? std::fwrite(data, 1, size, file) : 0;
+    // A new file starts with the mark; an appended part continues the old text.
+    if (!append) {
+        static const unsigned char kMark[2] = {0xFF, 0xFE};
+        std::fwrite(kMark, 1, sizeof kMark, file);
+    }
+    // Each character is cut to its low 16 bits: no surrogate pairs are made.
+    size_t characters = size / 4;
+    std::unique_ptr<unsigned char[]> units(new unsigned char[2 * characters + 1]);
+    for (size_t k = 0; k < characters; ++k) {
+        uint32_t c;
+        std::memcpy(&c, data + 4 * k, sizeof c);
+        units[2 * k] = static_cast<unsigned char>(c & 0xFF);
+        units[2 * k + 1] = static_cast<unsigned char>((c >> 8) & 0xFF);
+    }
+    return characters > 0 ? std::fwrite(units.get(), 1, 2 * characters, file) : 0;
+}
+
+} // namespace
+
 int32_t FileArchiveSave(tagREFString name, unsigned char* data, unsigned long size, short wide, short append)
 {
     char path[kFileNameBytes];
     FileNameToUTF8(name, path);
-    FilePointer file(std::fopen(path, append ? "ab" : "wb"));
-    if (!file)
-        return E_FAIL;
     if (!data)
         size = 0;
-    size_t written = 0;
-    if (!wide) {
-        written = size > 0 ? std::fwrite(data, 1, size, file.get()) : 0;
-    } else {
-        // A new file starts with the mark; an appended part continues the old text.
-        if (!append) {
-            static const unsigned char kMark[2] = {0xFF, 0xFE};
-            std::fwrite(kMark, 1, sizeof kMark, file.get());
-        }
-        // Each character is cut to its low 16 bits: no surrogate pairs are made.
-        size_t characters = size / 4;
-        std::unique_ptr<unsigned char[]> units(new unsigned char[2 * characters]);
-        for (size_t k = 0; k < characters; ++k) {
-            uint32_t c;
-            std::memcpy(&c, data + 4 * k, sizeof c);
-            units[2 * k] = static_cast<unsigned char>(c & 0xFF);
-            units[2 * k + 1] = static_cast<unsigned char>((c >> 8) & 0xFF);
-        }
-        written = characters > 0 ? std::fwrite(units.get(), 1, 2 * characters, file.get()) : 0;
+    if (append) {
+        FilePointer file(std::fopen(path, "ab"));
+        if (!file)
+            return E_FAIL;
+        return WriteBuffer(file.get(), data, size, wide, append) > 0 ? S_OK : E_FAIL;
     }
+    // A whole file: written beside the old one, which it replaces only when complete.
+    CFileReplacement replacement(path);
+    if (!replacement.File())
+        return E_FAIL;
+    size_t written = WriteBuffer(replacement.File(), data, size, wide, append);
+    if (!replacement.Commit())
+        return E_FAIL;
     return written > 0 ? S_OK : E_FAIL;
 }

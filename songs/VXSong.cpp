@@ -1,6 +1,7 @@
 #include "songs/VXSong.h"
 
 #include "persistence/TextLine.h"
+#include "runtime/Factories.h"
 #include "runtime/Module.h"
 #include "runtime/ModuleClasses.h"
 #include "runtime/ValueConversion.h"
@@ -10,44 +11,81 @@ int32_t CreateVXSong(void* outer, IID* iid, void** object)
     return CObject<CVXSong>::_CreateInstance(outer, iid, object);
 }
 
+CVXSong::CVXSong()
+{
+    m_Filter.Attach(ISCreate(L"Song files (*.sng)|*.sng;|Text files (*.txt)|*.txt;||"));
+    auto attributes = SmartPtr<IParametersCreatable>::Adopt(BASEObject::CreateParameters());
+    m_Attributes = attributes.As<IParameters>();
+}
+
 int32_t CVXSong::Arrange(int, int)
 {
     // Arranging lines to limits belongs to the song's layout, which this build lacks.
     return E_NOTIMPL;
 }
 
-int32_t CVXSong::SetVerses(tagREFString text, short mode)
+int32_t CVXSong::get_AttributeByName(IString* name, IString** value)
 {
-    m_Modified = 1;
+    if (!m_Attributes)
+        return E_FAIL;
     Lock();
-    CollectionClear();
-    SplitPlain(text);
+    int index = -1;
+    int32_t result = E_FAIL;
+    if (m_Attributes->get_Index(name, &index) >= 0 && index >= 0) {
+        result = S_OK;
+        SmartPtr<IUnknown> item;
+        m_Attributes->get_Item(index, item.Receive());
+        // An item that is no string leaves the caller's pointer as it was.
+        if (auto text = QueryAs<IString>(item.get()); text && value)
+            *value = text.Detach();
+    }
     Unlock();
+    return result;
+}
+
+int32_t CVXSong::put_AttributeByName(IString* name, IString* value)
+{
+    if (!m_Attributes)
+        return E_FAIL;
+    Lock();
+    int index = -1;
+    int32_t result = S_OK;
+    if (m_Attributes->get_Index(name, &index) >= 0 && index >= 0) {
+        m_Attributes->put_Item(index, value);
+    } else {
+        auto creatable = m_Attributes.As<IParametersCreatable>();
+        result = creatable ? creatable->Add(name, value, nullptr, 0) : E_FAIL;
+    }
+    m_Modified = 1;
+    Unlock();
+    return result;
+}
+
+int32_t CVXSong::GetBuffer(wchar_t** text, int* length)
+{
+    // One text for all songs of the process: the previous caller's pointer dies here.
+    static SmartPtr<IString> Text;
+    Text.Clear();
+    GetText(Text.Receive(), 0);
+    CREFString view(Text.get());
+    if (text)
+        *text = view.m_Buffer;
+    if (length)
+        *length = view.m_Length;
     return S_OK;
 }
 
-int32_t CVXSong::GetText(IString** out, short flags)
+int32_t CVXSong::Clone(tagREFString text)
 {
-    if (!out)
-        return E_POINTER;
-    Lock();
-    auto text = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
-    int count = 0;
-    get_Count(&count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IUnknown> verse;
-        if (get_Item(i, verse.Receive()) < 0)
-            continue;
-        CREFString body(verse.get());
-        TextTrimLeft(body);
-        TextTrimRight(body);
-        text->Append(body);
-        // Verses stand separated by one blank line, and the text ends in one.
-        text->Append(REFLiteral(L"\r\n\r\n"));
-    }
-    Unlock();
-    *out = text.Detach();
+    SetVerses(text, SONGVERSES_PARSE);
+    m_Modified = 1;
     return S_OK;
+}
+
+int32_t CVXSong::Append(tagREFString)
+{
+    // Text is not appended to a song by this road.
+    return E_FAIL;
 }
 
 int32_t CVXSong::get_ChapterCount(int* count)
@@ -88,6 +126,18 @@ int32_t CVXSong::Header(IString**, int, int, int, IUnknown*)
 
 int32_t CVXSong::Footer(IString**, int, int, int, IUnknown*) { return E_NOTIMPL; }
 
+int32_t CVXSong::Find(IString*, int, IUnknown** result)
+{
+    // No search yet: E_FAIL means "nothing found" to every caller.
+    if (result)
+        *result = nullptr;
+    return E_FAIL;
+}
+
+int32_t CVXSong::GetPages(int, INamedCollection**, IUnknown**) { return E_NOTIMPL; }
+
+int32_t CVXSong::Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int) { return E_NOTIMPL; }
+
 int32_t CVXSong::get_Parent(IUnknown** parent)
 {
     if (!parent)
@@ -114,6 +164,13 @@ int32_t CVXSong::Clear()
     int32_t result = CollectionClear();
     SendChange();
     return result;
+}
+
+int32_t CVXSong::Unload()
+{
+    Clear();
+    m_HasFile = 0;
+    return S_OK;
 }
 
 void CVXSong::SendChange()

@@ -1,6 +1,8 @@
-// One song: an ordered list of verses, the one place where text becomes verses
-// and verses become text again. A song is also a book of one chapter.
+// One song: an ordered list of verses and a set of named text attributes, bound to
+// a file. The one place where text becomes verses and verses become text again.
+// A song is also a book of one chapter, and a string that yields its plain text.
 #pragma once
+#include "persistence/FileArchiveImpl.h"
 #include "persistence/NamedCollection.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
@@ -11,12 +13,21 @@ class CVXSong : public CObject<CVXSong>,
                 public IObjectInfoImpl<CVXSong>,
                 public IVXSong,
                 public IVXBook,
+                public IVXSearch,
                 public IParent,
-                public INamedCollectionImpl<CVXSong, ISuperCollection, IVXSongVerse> {
+                public ICreatableString,
+                public INamedCollectionImpl<CVXSong, ISuperCollection, IVXSongVerse>,
+                public IFileArchiveImpl<CVXSong, IFileArchive>,
+                public IUIPropertyPageSpecify,
+                public IRenderableObject {
 public:
     static constexpr wchar_t kObjectName[] = L"VXSong";
     using Collection = INamedCollectionImpl<CVXSong, ISuperCollection, IVXSongVerse>;
-    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IVXSong>, Entry<IVXBook>, Entry<IParent>, Chain<Collection>>;
+    using Archive = IFileArchiveImpl<CVXSong, IFileArchive>;
+    using Collection::Load;
+    using Collection::Save;
+
+    CVXSong();
 
     void Lock() override { m_Lock.Lock(); }
     void Unlock() override { m_Lock.Unlock(); }
@@ -26,6 +37,15 @@ public:
     int32_t SetVerses(tagREFString text, short mode) override;
     int32_t GetText(IString** out, short flags) override;
 
+    // Attributes by name, without regard to ASCII case. E_FAIL: no such attribute.
+    virtual int32_t get_AttributeByName(IString* name, IString** value);
+    virtual int32_t put_AttributeByName(IString* name, IString* value);
+
+    // ICreatableString: the song's plain text.
+    int32_t GetBuffer(wchar_t** text, int* length) override;
+    int32_t Clone(tagREFString text) override;
+    int32_t Append(tagREFString text) override;
+
     // IVXBook
     int32_t get_ChapterCount(int* count) override;
     int32_t get_VerseCount(int chapter, int* count) override;
@@ -33,24 +53,52 @@ public:
     int32_t Header(IString** out, int chapter, int verse, int count, IUnknown* context) override;
     int32_t Footer(IString** out, int chapter, int verse, int count, IUnknown* context) override;
 
+    // IVXSearch
+    int32_t Find(IString* text, int flags, IUnknown** result) override;
+
+    // The collection's admission test.
+    int32_t VerifyInterface(IUnknown* item, IVXSongVerse** verified) override;
+
+    // IUIPropertyPageSpecify, IRenderableObject
+    int32_t GetPages(int mode, INamedCollection** pages, IUnknown** context) override;
+    int32_t Render(UbuntuCanvas* canvas, CANVASRect* rect, IUnknown* context, int flags) override;
+
+    // IFileArchive: the song file and plain text files.
+    int32_t Save() override;
+    int32_t Load() override;
+    int32_t Unload() override;
+
     // IParent: the owner that gets change events.
     int32_t get_Parent(IUnknown** parent) override;
     int32_t put_Parent(IUnknown* parent) override;
 
-    // The collection's admission test and its emptying.
-    int32_t VerifyInterface(IUnknown* item, IVXSongVerse** verified) override;
+    // Empties the verses and tells the owner; the attributes stay.
     int32_t Clear() override;
 
     // The one place where verses are created.
     int32_t AddVerse(CREFString name, CREFString text, int index);
+    // Reads the <attributes> block of a text; a name already known keeps its value.
+    int32_t GetAttributeTags(tagREFString text, int reserved);
 
 private:
     void SplitPlain(CREFString text);
+    // The verse elements of text, each as a verse named by its first attribute.
+    void SplitTagged(CREFString text);
+    int32_t ImportCCLI(tagREFString text);
     void SendChange();
+    // Builds the text form that GetText gives, into text.
+    void PrintText(ICreatableString* text, short flags);
+    void PrintAttributes(ICreatableString* text);
 
     CResourceLock m_Lock;
     int32_t m_ChapterCount = 1;
+    SmartPtr<IParameters> m_Attributes;
     SmartPtr<IUnknown> m_Parent;
-    // Non-zero when the song differs from its file.
-    int32_t m_Modified = 0;
+
+public:
+    // IUnknown answers first; the attribute set is reached through the song last of all.
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IVXSong>, Entry<IVXBook>, Entry<IParent>, Entry<IVXSearch>,
+                              Chain<Collection>, Entry<IString, ICreatableString>, Entry<ICreatableString>,
+                              Chain<Archive>, Entry<IRenderableObject>, Entry<IUIPropertyPageSpecify>,
+                              Forward<IParameters, &CVXSong::m_Attributes>>;
 };

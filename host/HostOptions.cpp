@@ -1,0 +1,31 @@
+#include "host/HostOptions.h"
+
+#include <iostream>
+
+bool HostParseOptions(const Arguments& arguments, HostOptions* options, std::string* error)
+{
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (argument == "--force") {
+            options->m_Force = true;
+        } else if (argument == "--out") {
+            if (i + 1 >= arguments.size() || arguments[i + 1].empty()) {
+                *error = "--out needs a file";
+                return false;
+            }
+            options->m_Out = arguments[++i];
+        } else if (argument.size() > 1 && argument[0] == '-' && argument != "-") {
+            *error = "unknown option " + argument;
+            return false;
+        } else {
+            options->m_Positional.push_back(argument);
+        }
+    }
+    return true;
+}
+
+int HostBadUsage(const std::string& message)
+{
+    std::cerr << "vxhost: " << message << '\n';
+    return 2;
+}

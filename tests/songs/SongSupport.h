@@ -1,0 +1,94 @@
+// What the song suites share: a song made by name, its verses as names and texts,
+// and its attributes, all read through the interfaces an application uses.
+#pragma once
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/Fixture.h"
+
+namespace vxtest {
+
+struct SongVerses {
+    std::vector<std::wstring> ids;
+    std::vector<std::wstring> texts;
+};
+
+inline SongVerses VersesOf(IUnknown* song)
+{
+    SongVerses out;
+    auto collection = QueryAs<ISuperCollection>(song);
+    auto book = QueryAs<IVXBook>(song);
+    int count = 0;
+    book->get_VerseCount(0, &count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IString> verse;
+        collection->get_ItemName(i, name.Receive());
+        book->get_Verse(0, i, 1, verse.Receive());
+        std::wstring id = Text(name);
+        out.ids.push_back(id.substr(0, id.find(L" : ")));
+        out.texts.push_back(Text(verse));
+    }
+    return out;
+}
+
+using Attributes = std::vector<std::pair<std::wstring, std::wstring>>;
+
+// Name and value of every attribute, in order, through the song's IParameters.
+inline Attributes AttributesOf(IUnknown* song)
+{
+    Attributes out;
+    auto parameters = QueryAs<IParameters>(song);
+    int count = 0;
+    if (parameters)
+        parameters->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> value;
+        parameters->get_ItemName(i, name.Receive());
+        parameters->get_Item(i, value.Receive());
+        out.emplace_back(Text(name), Text(value));
+    }
+    return out;
+}
+
+inline std::wstring SongText(IVXSong* song, short flags)
+{
+    SmartPtr<IString> text;
+    song->GetText(text.Receive(), flags);
+    return Text(text);
+}
+
+inline void SetText(IVXSong* song, const std::wstring& text, short mode = SONGVERSES_PARSE)
+{
+    song->SetVerses(CREFString(text.data(), int32_t(text.size())), mode);
+}
+
+inline int ArchiveFlag(IUnknown* song, int code)
+{
+    int value = -1;
+    QueryAs<IFileArchive>(song)->Inquire(code, &value);
+    return value;
+}
+
+// Songs and their verses point at each other: each test's songs are cleared at its end.
+class SongTest : public ModuleTest {
+protected:
+    SmartPtr<IVXSong> NewSong()
+    {
+        auto song = Create<IVXSong>(L"VXSong");
+        EXPECT_TRUE(song);
+        m_Songs.push_back(song);
+        return song;
+    }
+    void TearDown() override
+    {
+        for (auto& song : m_Songs)
+            song.As<ISuperCollection>()->Clear();
+    }
+    std::vector<SmartPtr<IVXSong>> m_Songs;
+};
+
+} // namespace vxtest
