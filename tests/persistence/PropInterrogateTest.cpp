@@ -276,7 +276,8 @@ TEST_F(PropInterrogateTest, XMLFormNamesByTableAndReadsBack)
     EXPECT_EQ(text.find(L"samples"), std::wstring::npos) << "a path is kept relative to the installation";
 
     auto reader = Create<IXMLStream>(L"XMLStream");
-    std::wstring padded = L"<unknown>5</unknown>" + text;
+    // An unknown element, an unclosed one and a stray "<" are stepped over.
+    std::wstring padded = L"<unknown>5</unknown><open>" + text + L"<";
     reader->SetBuffer(padded.data(), int(padded.size() * sizeof(wchar_t)), 0);
     auto [copy, q] = Make();
     ASSERT_EQ(copy->UIPropInterrogate_LoadXML(nullptr, reader, 0), S_OK);
