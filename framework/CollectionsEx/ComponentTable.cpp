@@ -32,6 +32,9 @@ const ComponentLocation kComponents[] = {
     {L"ASCIIStream", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
+    {L"StringTable", L"CollectionsEx"},
+    {L"VXRenderer", L"Renderer"},
+    {L"VXText", L"Renderer"},
 };
 
 } // namespace

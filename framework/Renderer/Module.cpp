@@ -2,6 +2,8 @@
 #include <iterator>
 
 #include "framework/Renderer/VXRenderStyle.h"
+#include "framework/Renderer/VXRenderer.h"
+#include "framework/Renderer/VXText.h"
 #include "runtime/Module.h"
 
 namespace {
@@ -9,6 +11,8 @@ namespace {
 const ComponentEntry kComponents[] = {
     {REFLiteral(L"VXRenderStyle"), &CObject<CVXRenderStyle>::_CreateInstance},
     {REFLiteral(L"UIDefault"), &CVXRenderStyle::CreateShared},
+    {REFLiteral(L"VXRenderer"), &CObject<CVXRenderer>::_CreateInstance},
+    {REFLiteral(L"VXText"), &CObject<CVXText>::_CreateInstance},
 };
 
 } // namespace

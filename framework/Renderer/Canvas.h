@@ -1,0 +1,41 @@
+// The surface that the renderer draws on. The application hands the module an
+// opaque UbuntuCanvas*, which the module only passes on; on our side of the fence
+// it is one of these. A host or a test makes the canvas, and a canvas that puts
+// pixels in a picture is one more subclass.
+#pragma once
+#include <cstdint>
+#include <string>
+
+#include "runtime/VXCore.h"
+
+// What a text is drawn with, as the renderer read it from the style.
+struct CanvasStyle {
+    std::wstring m_Face;
+    int32_t m_Height = 0;
+    int32_t m_Boldness = 0;
+    int32_t m_Italics = 0;
+    int32_t m_Underline = 0;
+    int32_t m_Outlined = 0;
+    int32_t m_OutlineWidth = 0;
+    unsigned int m_Color = 0;
+    unsigned int m_ShadowColor = 0;
+    unsigned int m_OutlineColor = 0;
+    short m_AlignX = 0;
+    short m_AlignY = 0;
+    short m_ShadowX = 0;
+    short m_ShadowY = 0;
+    double m_Angle = 0;
+};
+
+class VXCanvas {
+public:
+    virtual ~VXCanvas() = default;
+    // One line of text in its rectangle.
+    virtual void DrawText(const std::wstring& text, const CANVASRect& rect, const CanvasStyle& style) = 0;
+    // A rectangle filled with a colour (0x00BBGGRR).
+    virtual void FillRect(const CANVASRect& rect, unsigned int color) = 0;
+
+    // The handle that travels through the module.
+    UbuntuCanvas* Handle() { return reinterpret_cast<UbuntuCanvas*>(this); }
+    static VXCanvas* From(UbuntuCanvas* canvas) { return reinterpret_cast<VXCanvas*>(canvas); }
+};

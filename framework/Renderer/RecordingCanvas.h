@@ -1,0 +1,27 @@
+// A canvas that keeps every call, so that a test can say what was drawn.
+#pragma once
+#include <vector>
+
+#include "framework/Renderer/Canvas.h"
+
+class RecordingCanvas : public VXCanvas {
+public:
+    struct Call {
+        bool m_IsText;
+        std::wstring m_Text;
+        CANVASRect m_Rect;
+        CanvasStyle m_Style;
+        unsigned int m_Fill;
+    };
+
+    void DrawText(const std::wstring& text, const CANVASRect& rect, const CanvasStyle& style) override
+    {
+        m_Calls.push_back(Call{true, text, rect, style, 0});
+    }
+    void FillRect(const CANVASRect& rect, unsigned int color) override
+    {
+        m_Calls.push_back(Call{false, std::wstring(), rect, CanvasStyle(), color});
+    }
+
+    std::vector<Call> m_Calls;
+};
