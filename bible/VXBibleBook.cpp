@@ -58,7 +58,12 @@ int32_t CVXBibleBook::Header(IString** out, int chapter, int verse, int count, I
     if (!header)
         return E_FAIL;
     header->Append(CREFString(m_UserName.get()));
-    if (chapter >= 0) {
+    // The bare name serves the translation for file names.
+    if (chapter < 0) {
+        *out = header.Detach();
+        return S_OK;
+    }
+    {
         header->Append(REFLiteral(L" "));
         int chapters = 0;
         get_ChapterCount(&chapters);

@@ -1,5 +1,8 @@
 #include "bible/BookMaker.h"
 
+#include <fstream>
+#include <sstream>
+
 namespace vxtest {
 
 SmartPtr<IFolderStream> BookStream(const BookContent& content)
@@ -41,6 +44,46 @@ std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* re
     if (code < 0)
         return L"<fail>";
     return Text(text);
+}
+
+SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& nameInText)
+{
+    auto book = Create<IVXBook>(L"VXBibleBook");
+    if (!book)
+        return book;
+    auto stream = BookStream({nameInText, nameInText, L"", L""});
+    book.As<IDataPersist>()->Load(stream, 0);
+    // The stream gave the names and an empty text; now the book may read its own file
+    // once more, as it counts as loaded.
+    auto archive = book.As<IFileArchive>();
+    archive->put_Filename(Str(std::wstring(file.begin(), file.end())));
+    archive->Control(ARCHIVE_HASFILE, 0);
+    if (archive->Load() < 0)
+        return {};
+    return book;
+}
+
+std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
+
+std::wstring SampleVerse(const std::string& file, int chapter, int verse)
+{
+    std::ifstream in(file, std::ios::binary);
+    std::stringstream bytes;
+    bytes << in.rdbuf();
+    std::string raw = bytes.str();
+    std::wstring text;
+    for (size_t i = 2; i + 1 < raw.size(); i += 2)
+        text += wchar_t(static_cast<unsigned char>(raw[i]) | (static_cast<unsigned char>(raw[i + 1]) << 8));
+    std::wstringstream lines(text);
+    std::wstring line;
+    int chapters = 0;
+    while (std::getline(lines, line)) {
+        if (line.find(L":\t") == std::wstring::npos)
+            ++chapters;
+        else if (chapters == chapter + 1 && line.rfind(std::to_wstring(verse + 1) + L":", 0) == 0)
+            return line;
+    }
+    return L"<missing>";
 }
 
 } // namespace vxtest

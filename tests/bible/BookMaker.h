@@ -28,3 +28,14 @@ SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& name
 std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result = nullptr);
 
 } // namespace vxtest
+
+namespace vxtest {
+
+// A path under the source tree's samples folder.
+std::string SamplePath(const std::string& relative);
+
+// The text of a sample book's verse as the source has it: "N:\ttext" lines under
+// "NAME CHAPTER" headings, read straight from the file's UTF-16.
+std::wstring SampleVerse(const std::string& file, int chapter, int verse);
+
+} // namespace vxtest
