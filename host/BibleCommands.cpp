@@ -119,17 +119,31 @@ std::string Line(IUnknown* text)
     return view.m_Length > 0 ? ToUtf8(view.m_Buffer, view.m_Length) : std::string();
 }
 
+// The file of a path argument, opened as a book; empty once the failure is told.
+SmartPtr<IVXBook> OpenBookArgument(const std::string& argument, std::string* file)
+{
+    *file = HostPath(argument);
+    std::string error;
+    auto book = OpenBook(*file, &error);
+    if (!book)
+        HostFail(error);
+    return book;
+}
+
+int BadCommandLine(const std::string& message)
+{
+    HostFail(message);
+    return 2;
+}
+
 int BibleIndex(const Arguments& arguments)
 {
-    if (arguments.size() != 1) {
-        HostFail("bible index takes one file; see vxhost bible --help");
-        return 2;
-    }
-    std::string file = HostPath(arguments[0]);
-    std::string error;
-    auto book = OpenBook(file, &error);
+    if (arguments.size() != 1)
+        return BadCommandLine("bible index takes one file; see vxhost bible --help");
+    std::string file;
+    auto book = OpenBookArgument(arguments[0], &file);
     if (!book)
-        return HostFail(error);
+        return 1;
     SmartPtr<IString> name;
     book->Header(name.Receive(), -1, -1, 0, nullptr);
     int chapters = 0;
@@ -149,23 +163,18 @@ int BibleVerses(const Arguments& arguments)
 {
     static const std::regex kReference(R"(^([0-9]{1,4})(?::([0-9]{1,4})(?:-([0-9]{1,4}))?)?$)");
     std::smatch parts;
-    if (arguments.size() != 2 || !std::regex_match(arguments[1], parts, kReference)) {
-        HostFail("bible verses takes a file and CHAPTER[:VERSE[-VERSE]]; see vxhost bible --help");
-        return 2;
-    }
+    if (arguments.size() != 2 || !std::regex_match(arguments[1], parts, kReference))
+        return BadCommandLine("bible verses takes a file and CHAPTER[:VERSE[-VERSE]]; see vxhost bible --help");
     // People count from 1; the book counts from 0.
     int chapter = std::atoi(parts[1].str().c_str()) - 1;
     int first = parts[2].matched ? std::atoi(parts[2].str().c_str()) - 1 : -1;
     int last = parts[3].matched ? std::atoi(parts[3].str().c_str()) - 1 : first;
-    if (chapter < 0 || (parts[2].matched && first < 0) || last < first) {
-        HostFail("no such passage \"" + arguments[1] + "\": chapters and verses count from 1, in order");
-        return 2;
-    }
-    std::string file = HostPath(arguments[0]);
-    std::string error;
-    auto book = OpenBook(file, &error);
+    if (chapter < 0 || (parts[2].matched && first < 0) || last < first)
+        return BadCommandLine("no such passage \"" + arguments[1] + "\": chapters and verses count from 1, in order");
+    std::string file;
+    auto book = OpenBookArgument(arguments[0], &file);
     if (!book)
-        return HostFail(error);
+        return 1;
     int chapters = 0;
     book->get_ChapterCount(&chapters);
     if (chapter >= chapters)
