@@ -1,4 +1,4 @@
-// CollectionsEx: the component collection and records, registry, streams, files.
+// CollectionsEx: the component collection and records, registry, streams, files, text references.
 #include <iterator>
 
 #include "framework/CollectionsEx/ASCIIStream.h"
