@@ -1,4 +1,6 @@
 // Finding verses by the numbers written in the file, with their position as the first guess.
+#include <cstdint>
+
 #include "bible/VXBibleBook.h"
 #include "runtime/Factories.h"
 #include "runtime/ValueConversion.h"
@@ -101,6 +103,12 @@ int32_t CVXBibleBook::get_Verse(int chapter, int verse, int count, IString** tex
             if (auto lineLength = attached.As<IVariant>())
                 length += lineLength->get_Integer();
     }
+    // A range never reaches past the text, whatever a line's length was changed to.
+    auto at = reinterpret_cast<uintptr_t>(start);
+    auto begin = reinterpret_cast<uintptr_t>(m_Text);
+    auto end = reinterpret_cast<uintptr_t>(m_Text + m_TextLength);
+    if (m_Text && at >= begin && at < end && length > (long long)((end - at) / sizeof(wchar_t)))
+        length = (long long)((end - at) / sizeof(wchar_t));
     auto range = SmartPtr<IVXTextReference>::Adopt(VXCoreObject::CreateVXTextReference());
     if (!range)
         return E_FAIL;
