@@ -6,3 +6,5 @@ set(VX_REGISTRY_INSTALL_PATH ${CMAKE_SOURCE_DIR}/samples)
 set(VX_REGISTRY_COMMON_PATH ${CMAKE_SOURCE_DIR}/samples)
 set(VX_REGISTRY_PROJECT_PATH ${CMAKE_SOURCE_DIR})
 configure_file(${CMAKE_SOURCE_DIR}/samples/registry.ini.in ${CMAKE_BINARY_DIR}/registry.ini @ONLY)
+# The string table ships beside _binlinux as it is.
+configure_file(${CMAKE_SOURCE_DIR}/samples/stringtable.ini ${CMAKE_BINARY_DIR}/stringtable.ini COPYONLY)

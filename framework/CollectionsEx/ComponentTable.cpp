@@ -33,6 +33,7 @@ const ComponentLocation kComponents[] = {
     {L"VXTextReference", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
+    {L"StringTable", L"CollectionsEx"},
 };
 
 } // namespace

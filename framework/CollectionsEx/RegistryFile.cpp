@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <map>
 #include <mutex>
 
 #include "runtime/SmartPtr.h"
@@ -68,43 +69,52 @@ std::shared_ptr<const INIDocument> Read(const FileState& state)
 
 } // namespace
 
-std::string RegistryFileName()
+std::string FileBesideModules(const char* variable, const char* fileName)
 {
-    const char* named = std::getenv("VX_REGISTRY");
+    const char* named = std::getenv(variable);
     if (named && *named)
         return named;
     // This module is ./_binlinux/CollectionsEx.so or the like: two folders up.
     Dl_info info;
-    if (dladdr(reinterpret_cast<void*>(&RegistryFileName), &info) && info.dli_fname) {
+    if (dladdr(reinterpret_cast<void*>(&FileBesideModules), &info) && info.dli_fname) {
         std::string module = info.dli_fname;
         size_t slash = module.rfind('/');
         if (slash != std::string::npos) {
             std::string folder = module.substr(0, slash);
             size_t parent = folder.rfind('/');
             if (parent != std::string::npos)
-                return folder.substr(0, parent + 1) + "registry.ini";
-            return "registry.ini";
+                return folder.substr(0, parent + 1) + fileName;
+            return fileName;
         }
     }
-    return "registry.ini";
+    return fileName;
 }
 
-std::shared_ptr<const INIDocument> RegistryDocument()
-{
-    static std::mutex gGuard;
-    static FileState gState;
-    static std::shared_ptr<const INIDocument> gDocument;
+std::string RegistryFileName() { return FileBesideModules("VX_REGISTRY", "registry.ini"); }
 
-    FileState state = StateOf(RegistryFileName());
+std::shared_ptr<const INIDocument> CachedINIDocument(const std::string& fileName)
+{
+    struct Cached {
+        FileState m_State;
+        std::shared_ptr<const INIDocument> m_Document;
+    };
+    static std::mutex gGuard;
+    // One record for each file name the process has asked for: a handful.
+    static std::map<std::string, Cached> gFiles;
+
+    FileState state = StateOf(fileName);
     {
         std::lock_guard<std::mutex> lock(gGuard);
-        if (gDocument && state == gState && !RecentlyWritten(state))
-            return gDocument;
+        auto found = gFiles.find(fileName);
+        if (found != gFiles.end() && found->second.m_Document && state == found->second.m_State &&
+            !RecentlyWritten(state))
+            return found->second.m_Document;
     }
     // Read outside the lock: a slow disk holds up no other reader.
     std::shared_ptr<const INIDocument> document = Read(state);
     std::lock_guard<std::mutex> lock(gGuard);
-    gState = state;
-    gDocument = document;
+    gFiles[fileName] = Cached{state, document};
     return document;
 }
+
+std::shared_ptr<const INIDocument> RegistryDocument() { return CachedINIDocument(RegistryFileName()); }

@@ -2,7 +2,7 @@
 
 #include <cwchar>
 
-#include "framework/CollectionsEx/XMLEscape.h"
+#include "persistence/XMLEscape.h"
 #include "framework/CollectionsEx/XMLName.h"
 
 CXMLDocument::CXMLDocument(const wchar_t* text, int32_t length)

@@ -1,6 +1,6 @@
 #include "framework/CollectionsEx/XMLWriter.h"
 
-#include "framework/CollectionsEx/XMLEscape.h"
+#include "persistence/XMLEscape.h"
 #include "framework/CollectionsEx/XMLName.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "framework/CollectionsEx/XMLEscape.h"
+#include "persistence/XMLEscape.h"
 
 #include <cstdint>
 #include <cwchar>
