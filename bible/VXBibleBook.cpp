@@ -22,6 +22,10 @@ int32_t CVXBibleBook::FinalConstruct()
     m_UserName.Attach(ISCreate(L""));
     m_NameInText.Attach(ISCreate(L""));
     m_Translation.Attach(ISCreate(L""));
+    // A translation gives its books their names through these.
+    Prop(BOOK_PROP_USERNAME, &m_UserName, PROPTYPE_STRING);
+    Prop(BOOK_PROP_NAMEINTEXT, &m_NameInText, PROPTYPE_STRING);
+    Prop(BOOK_PROP_TRANSLATION, &m_Translation, PROPTYPE_STRING);
     return S_OK;
 }
 

@@ -6,6 +6,7 @@
 
 #include "persistence/FileArchiveImpl.h"
 #include "persistence/NamedCollection.h"
+#include "persistence/PropInterrogate.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
 #include "runtime/VXCore.h"
@@ -19,13 +20,15 @@ class CVXBibleBook : public CObject<CVXBibleBook>,
                      public IVXSearch,
                      public INamedCollectionImpl<CVXBibleBook, ISuperCollection, IUnknown>,
                      public IFileArchiveImpl<CVXBibleBook, IFileArchive>,
-                     public IString {
+                     public IString,
+                     public IUIPropInterrogateImpl<CVXBibleBook, IUIPropInterrogateEx, 10> {
 public:
     static constexpr wchar_t kObjectName[] = L"VXBibleBook";
     using Collection = INamedCollectionImpl<CVXBibleBook, ISuperCollection, IUnknown>;
     using Archive = IFileArchiveImpl<CVXBibleBook, IFileArchive>;
+    using Properties = IUIPropInterrogateImpl<CVXBibleBook, IUIPropInterrogateEx, 10>;
     using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataPersist>, Entry<IVXBook>, Entry<IVXSearch>,
-                              Chain<Collection>, Chain<Archive>, Entry<IString>>;
+                              Chain<Collection>, Chain<Archive>, Entry<IString>, Chain<Properties>>;
 
     CVXBibleBook();
     int32_t FinalConstruct() override;

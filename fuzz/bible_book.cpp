@@ -110,10 +110,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         std::fwrite(data, 1, size, file);
     std::fclose(file);
     auto fromFile = Make<IVXBook>(L"VXBibleBook");
-    LoadFromStream(fromFile, name, nullptr, 0, 0);
+    QueryAs<IUIPropInterrogateEx>(fromFile.get())->ControlEx(BOOK_PROP_NAMEINTEXT, Name(name));
     auto archive = QueryAs<IFileArchive>(fromFile.get());
     archive->put_Filename(Name(std::wstring(gFile.begin(), gFile.end()).c_str()));
-    archive->Control(ARCHIVE_HASFILE, 0);
     archive->Load();
     Walk(fromFile);
 

@@ -40,25 +40,13 @@ std::wstring NameInText(const std::string& file)
     return result;
 }
 
-// The names go in as a translation gives them: through the book's properties, or,
-// failing those, as a packed translation's stream form with no text yet.
+// The names go in as a translation gives them: through the book's properties.
 bool NameBook(IVXBook* book, const std::wstring& name)
 {
+    auto properties = QueryAs<IUIPropInterrogateEx>(book);
     auto value = SmartPtr<IString>::Adopt(ISCreate(name.c_str()));
-    if (auto properties = QueryAs<IUIPropInterrogateEx>(book))
-        return properties->ControlEx(BOOK_PROP_USERNAME, value) >= 0 &&
-               properties->ControlEx(BOOK_PROP_NAMEINTEXT, value) >= 0;
-    auto stream = HostCreate<IFolderStream>(L"FolderStream");
-    auto persist = QueryAs<IDataPersist>(book);
-    auto archive = QueryAs<IFileArchive>(book);
-    if (!stream || !persist || !archive)
-        return false;
-    for (const wchar_t* key : {L"UserName", L"NameInText"})
-        stream->WriteString(SmartPtr<IString>::Adopt(ISCreate(key)), value);
-    persist->Load(stream, 0);
-    // A stream load counts as the book's read; its own file is still to come.
-    archive->Control(ARCHIVE_HASFILE, 0);
-    return true;
+    return properties && properties->ControlEx(BOOK_PROP_USERNAME, value) >= 0 &&
+           properties->ControlEx(BOOK_PROP_NAMEINTEXT, value) >= 0;
 }
 
 int CountOf(IVXBook* book, int chapter)

@@ -1,5 +1,6 @@
 // A book to and from its own file and a packed translation's stream.
 #include "bible/BookMaker.h"
+#include "persistence/PropInterrogate.h"
 
 using namespace vxtest;
 
@@ -78,6 +79,31 @@ TEST_F(BibleBookStore, FailedAndEmptyReads)
         book.As<IDataPersist>()->Load(stream, 0);
         EXPECT_EQ(Text(book), c.text) << c.size;
     }
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(BibleBookStore, NamesAreProperties)
+{
+    auto book = LoadBookFile(SamplePath("bible/jonah.bbl"), L"Jonah");
+    ASSERT_TRUE(book);
+    auto properties = book.As<IUIPropInterrogateEx>();
+    int count = 0;
+    properties->Inquire(PROPERTY_COUNT, &count);
+    EXPECT_EQ(count, 3);
+    struct Case {
+        int id;
+        const wchar_t* value;
+    } cases[] = {{BOOK_PROP_USERNAME, L"Jona"}, {BOOK_PROP_TRANSLATION, L"KJV"}, {BOOK_PROP_NAMEINTEXT, L"Jonah"}};
+    for (const Case& c : cases) {
+        EXPECT_EQ(properties->ControlEx(c.id, Str(c.value)), S_OK);
+        SmartPtr<IUnknown> value;
+        EXPECT_EQ(properties->InquireEx(c.id, value.Receive()), PROPTYPE_STRING);
+        EXPECT_EQ(Text(value), c.value);
+    }
+    EXPECT_EQ(Narrow(HeaderOf(book, 1, 2)), "Jona 2:3 [KJV]");
 }
 
 } // namespace

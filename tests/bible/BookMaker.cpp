@@ -51,13 +51,11 @@ SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& name
     auto book = Create<IVXBook>(L"VXBibleBook");
     if (!book)
         return book;
-    auto stream = BookStream({nameInText, nameInText, L"", L""});
-    book.As<IDataPersist>()->Load(stream, 0);
-    // The stream gave the names and an empty text; now the book may read its own file
-    // once more, as it counts as loaded.
+    auto properties = book.As<IUIPropInterrogateEx>();
+    properties->ControlEx(BOOK_PROP_USERNAME, Str(nameInText));
+    properties->ControlEx(BOOK_PROP_NAMEINTEXT, Str(nameInText));
     auto archive = book.As<IFileArchive>();
     archive->put_Filename(Str(std::wstring(file.begin(), file.end())));
-    archive->Control(ARCHIVE_HASFILE, 0);
     if (archive->Load() < 0)
         return {};
     return book;

@@ -21,7 +21,7 @@ SmartPtr<IVXBook> MakeBook(const BookContent& content);
 // 16-bit units in the block "Text", and its size.
 SmartPtr<IFolderStream> BookStream(const BookContent& content);
 
-// A book read from its own file; its names are those given.
+// A book read from its own file, named through its properties as a translation names it.
 SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& nameInText);
 
 // The text of a verse or range, or "<fail>" with the result when there is none.
