@@ -46,7 +46,7 @@ CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
     auto reference = NewReference(this, line, -1, -1, -1, kHeadingHolds);
     if (!reference)
         return nullptr;
-    auto chapter = SmartPtr<ISuperCollection>::Adopt(CVXBibleChapter::Create(line.m_Buffer, length));
+    auto chapter = SmartPtr<ISuperCollection>::Adopt(CVXBibleChapter::Create(this, line.m_Buffer, length));
     if (Add(reference.As<IString>(), chapter, nullptr, 0) < 0)
         return nullptr;
     // The book's collection holds the chapter from here on.

@@ -15,8 +15,8 @@ public:
     using Collection = INamedCollectionImpl<CVXBibleChapter, ISuperCollection, IVXTextReference>;
     using Interfaces = QiList<Entry<IObjectInfo>, Chain<Collection>, Entry<IString>>;
 
-    // A new chapter with one reference for the caller.
-    static CVXBibleChapter* Create(wchar_t* text, int32_t length);
+    // A new chapter of book with one reference for the caller.
+    static CVXBibleChapter* Create(IVXBook* book, wchar_t* text, int32_t length);
 
     int32_t Clear() override { return CollectionClear(); }
     // Verses only: anything without IVXTextReference is refused.
@@ -26,4 +26,10 @@ public:
     // Not owned: a stretch of the book's text.
     wchar_t* m_Text = nullptr;
     int32_t m_TextLength = 0;
+
+protected:
+    // The book, held only while someone besides the book's own collection holds the
+    // chapter: its text must outlive the chapter's view of it, without a cycle.
+    IVXBook* m_Book = nullptr;
+    bool m_Pinned = false;
 };

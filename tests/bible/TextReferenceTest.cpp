@@ -1,5 +1,5 @@
-// References into a book's text: they keep the book alive while held outside its index,
-// and the book goes with the last of them.
+// References and chapters view a book's text: they keep the book alive while held
+// outside its index, and the book goes with the last of them.
 #include "bible/BookMaker.h"
 
 using namespace vxtest;
@@ -104,18 +104,19 @@ TEST_F(TextReference, OutlivesItsBookAndChapter)
     book->get_Verse(0, 0, BIBLE_VERSES_TO_END, passage.Receive());
     ASSERT_TRUE(verse && passage);
     book = nullptr;
-    chapter = nullptr;
 
-    // Both still read the text they view.
+    // Each still reads the text it views.
     EXPECT_EQ(Text(verse), L"2:\td");
     EXPECT_EQ(Text(passage), L"1:\ta\n2:\tb");
+    EXPECT_EQ(Text(chapter), L"Ruth 2\n1:\tc\n2:\td");
     SmartPtr<IVXBook> owner;
     verse.As<IVXTextReference>()->GetBook(owner.Receive());
     ASSERT_TRUE(owner);
     owner = nullptr;
     verse = nullptr;
-    EXPECT_EQ(CountOf(lineLength), 2) << "the passage still holds the book";
     passage = nullptr;
+    EXPECT_EQ(CountOf(lineLength), 2) << "the chapter still holds the book";
+    chapter = nullptr;
     EXPECT_EQ(CountOf(lineLength), 1) << "the book and its index are gone";
 }
 
