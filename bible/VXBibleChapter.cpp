@@ -10,7 +10,8 @@ class CVXBibleChapterInstance final : public CVXBibleChapter {
 public:
     CVXBibleChapterInstance(IVXBook* book, wchar_t* text, int32_t length)
     {
-        m_Book = book;
+        m_Book.m_Owner = book;
+        m_Book.m_OwnerHolds = kBookHolds;
         m_Text = text;
         m_TextLength = length;
     }
@@ -23,7 +24,7 @@ public:
     int32_t AddRef() override
     {
         int32_t count = m_RefCount.fetch_add(1) + 1;
-        Repin(count);
+        m_Book.Update(count);
         return count;
     }
 
@@ -31,29 +32,16 @@ public:
     {
         int32_t count = m_RefCount.fetch_sub(1) - 1;
         if (count == 0) {
-            IVXBook* pinned = m_Pinned ? m_Book : nullptr;
+            IVXBook* held = m_Book.Take();
             FinalRelease();
             delete this;
-            if (pinned)
-                pinned->Release();
+            if (held)
+                held->Release();
             return 0;
         }
-        Repin(count);
+        // The last thing done: letting the book go may end this chapter.
+        m_Book.Update(count);
         return count;
-    }
-
-private:
-    // Letting the book go may end it, and this chapter with it: nothing follows.
-    void Repin(int32_t count)
-    {
-        bool wanted = m_Book && count > kBookHolds;
-        if (wanted == m_Pinned)
-            return;
-        m_Pinned = wanted;
-        if (wanted)
-            m_Book->AddRef();
-        else
-            m_Book->Release();
     }
 };
 

@@ -4,6 +4,7 @@
 #include "persistence/NamedCollection.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
+#include "runtime/OwnerHold.h"
 #include "runtime/VXCore.h"
 
 class CVXBibleChapter : public CObject<CVXBibleChapter>,
@@ -30,6 +31,5 @@ public:
 protected:
     // The book, held only while someone besides the book's own collection holds the
     // chapter: its text must outlive the chapter's view of it, without a cycle.
-    IVXBook* m_Book = nullptr;
-    bool m_Pinned = false;
+    OwnerHold<IVXBook> m_Book;
 };

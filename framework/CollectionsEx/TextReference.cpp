@@ -35,7 +35,7 @@ int32_t CTextReference::QueryInterface(const IID& iid, void** object)
 int32_t CTextReference::AddRef()
 {
     int32_t count = m_RefCount.fetch_add(1) + 1;
-    Repin(count);
+    m_Book.Update(count);
     return count;
 }
 
@@ -43,26 +43,15 @@ int32_t CTextReference::Release()
 {
     int32_t count = m_RefCount.fetch_sub(1) - 1;
     if (count == 0) {
-        IVXBook* pinned = m_Pinned ? m_Book : nullptr;
+        IVXBook* held = m_Book.Take();
         delete this;
-        if (pinned)
-            pinned->Release();
+        if (held)
+            held->Release();
         return 0;
     }
-    Repin(count);
+    // The last thing done: letting the book go may end this reference.
+    m_Book.Update(count);
     return count;
-}
-
-void CTextReference::Repin(int32_t count)
-{
-    bool wanted = m_Book && count > m_IndexHolds;
-    if (wanted == m_Pinned)
-        return;
-    m_Pinned = wanted;
-    if (wanted)
-        m_Book->AddRef();
-    else
-        m_Book->Release();
 }
 
 int32_t CTextReference::GetBuffer(wchar_t** text, int* length)
@@ -89,10 +78,10 @@ int32_t CTextReference::GetBook(IVXBook** book)
 {
     if (!book)
         return E_POINTER;
-    *book = m_Book;
-    if (!m_Book)
+    *book = m_Book.m_Owner;
+    if (!*book)
         return E_FAIL;
-    m_Book->AddRef();
+    (*book)->AddRef();
     return S_OK;
 }
 
@@ -108,12 +97,11 @@ int32_t CTextReference::SetReference(IVXBook* book, wchar_t* text, int length, i
         m_Verse = verse;
     if (count != -1)
         m_Count = count;
-    if (book && book != m_Book) {
+    if (book && book != m_Book.m_Owner) {
         // The new book is held before the old one may go; the old one goes last.
-        IVXBook* old = m_Pinned ? m_Book : nullptr;
-        m_Pinned = false;
-        m_Book = book;
-        Repin(m_RefCount.load());
+        IVXBook* old = m_Book.Take();
+        m_Book.m_Owner = book;
+        m_Book.Update(m_RefCount.load());
         if (old)
             old->Release();
     }
@@ -130,14 +118,14 @@ int32_t CTextReference::Replicate(IUnknown** copy)
     replica->m_Chapter = m_Chapter;
     replica->m_Verse = m_Verse;
     replica->m_Count = m_Count;
-    replica->SetReference(m_Book, nullptr, -1, -1, -1, -1);
+    replica->SetReference(m_Book.m_Owner, nullptr, -1, -1, -1, -1);
     *copy = static_cast<IVXTextReference*>(replica);
     return S_OK;
 }
 
 int32_t CTextReference::put_IndexHolds(int holds)
 {
-    m_IndexHolds = holds > 0 ? holds : 0;
-    Repin(m_RefCount.load());
+    m_Book.m_OwnerHolds = holds > 0 ? holds : 0;
+    m_Book.Update(m_RefCount.load());
     return S_OK;
 }

@@ -5,6 +5,7 @@
 #pragma once
 #include <atomic>
 
+#include "runtime/OwnerHold.h"
 #include "runtime/VXCore.h"
 
 class CTextReference final : public IVXTextReference,
@@ -33,14 +34,9 @@ private:
     CTextReference() = default;
     ~CTextReference() = default;
 
-    // Takes or drops the book's reference as the count stands against the index's holds.
-    // The book may die inside, and this object with it: nothing may touch a member after.
-    void Repin(int32_t count);
-
     std::atomic<int32_t> m_RefCount{1};
-    int32_t m_IndexHolds = 0;
-    bool m_Pinned = false;
-    IVXBook* m_Book = nullptr;
+    // The book, held while anyone but the book's own index holds this reference.
+    OwnerHold<IVXBook> m_Book;
     wchar_t* m_Text = nullptr;
     int32_t m_Length = 0;
     int32_t m_Chapter = -1;
