@@ -30,18 +30,10 @@ public:
 
     int32_t Release() override
     {
-        int32_t count = m_RefCount.fetch_sub(1) - 1;
-        if (count == 0) {
-            IVXBook* held = m_Book.Take();
+        return m_Book.Released(m_RefCount.fetch_sub(1) - 1, [this] {
             FinalRelease();
             delete this;
-            if (held)
-                held->Release();
-            return 0;
-        }
-        // The last thing done: letting the book go may end this chapter.
-        m_Book.Update(count);
-        return count;
+        });
     }
 };
 

@@ -24,6 +24,21 @@ template <class I> struct OwnerHold {
             m_Owner->Release();
     }
 
+    // The end of the object's Release, after its count fell to count: destroy ends the
+    // object (and this hold) at 0, and the owner is let go last.
+    template <class Destroy> int32_t Released(int32_t count, Destroy destroy)
+    {
+        if (count != 0) {
+            Update(count);
+            return count;
+        }
+        I* held = Take();
+        destroy();
+        if (held)
+            held->Release();
+        return 0;
+    }
+
     // The owner's reference, if held, for the caller to release once done with the object.
     I* Take()
     {

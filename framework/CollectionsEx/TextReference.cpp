@@ -41,17 +41,7 @@ int32_t CTextReference::AddRef()
 
 int32_t CTextReference::Release()
 {
-    int32_t count = m_RefCount.fetch_sub(1) - 1;
-    if (count == 0) {
-        IVXBook* held = m_Book.Take();
-        delete this;
-        if (held)
-            held->Release();
-        return 0;
-    }
-    // The last thing done: letting the book go may end this reference.
-    m_Book.Update(count);
-    return count;
+    return m_Book.Released(m_RefCount.fetch_sub(1) - 1, [this] { delete this; });
 }
 
 int32_t CTextReference::GetBuffer(wchar_t** text, int* length)
