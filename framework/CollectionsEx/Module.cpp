@@ -1,4 +1,4 @@
-// CollectionsEx: the component collection and records, registry, streams, files.
+// CollectionsEx: the component collection and records, registry, streams, files, text references.
 #include <iterator>
 
 #include "framework/CollectionsEx/ASCIIStream.h"
@@ -11,6 +11,7 @@
 #include "framework/CollectionsEx/INIFile.h"
 #include "framework/CollectionsEx/Registry.h"
 #include "framework/CollectionsEx/StringTable.h"
+#include "framework/CollectionsEx/TextReference.h"
 #include "framework/CollectionsEx/XMLStream.h"
 #include "runtime/Module.h"
 
@@ -29,6 +30,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"INIFile"), &CObject<CINIFile>::_CreateInstance},
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
     {REFLiteral(L"StringTable"), &CObject<CStringTable>::_CreateInstance},
+    {REFLiteral(L"VXTextReference"), &CTextReference::_CreateInstance},
 };
 
 } // namespace
