@@ -8,6 +8,7 @@ void CComponentString::Describe(const wchar_t* component, const wchar_t* module)
 {
     m_Name = component ? component : L"";
     m_Module = module ? module : L"";
+    m_Create = nullptr;
 }
 
 std::wstring* CComponentString::Field(int index)
@@ -33,6 +34,7 @@ int32_t CComponentString::put_Object(IUnknown* object)
     m_Name.assign(name.m_Buffer, size_t(name.m_Length));
     const wchar_t* module = ComponentModule(name);
     m_Module = module ? module : L"";
+    m_Create = nullptr;
     return S_OK;
 }
 
@@ -52,6 +54,7 @@ int32_t CComponentString::put_Field(int index, tagREFString value)
     std::wstring* field = Field(index);
     if (!field)
         return E_INVALIDARG;
+    m_Create = nullptr;
     if (value.m_Length > 0 && value.m_Buffer)
         field->assign(value.m_Buffer, size_t(value.m_Length));
     else
@@ -65,11 +68,12 @@ int32_t CComponentString::CreateObject(const IID& iid, void** out)
         return E_POINTER;
     if (m_Name.empty() || m_Module.empty())
         return E_FAIL;
-    VXCreateFunction create = MODULECreateFunction(CREFString(m_Module.data(), int32_t(m_Module.size())),
-                                                   CREFString(m_Name.data(), int32_t(m_Name.size())));
-    if (!create)
+    if (!m_Create)
+        m_Create = MODULECreateFunction(CREFString(m_Module.data(), int32_t(m_Module.size())),
+                                        CREFString(m_Name.data(), int32_t(m_Name.size())));
+    if (!m_Create)
         return E_FAIL;
-    return create(nullptr, const_cast<IID*>(&iid), out);
+    return m_Create(nullptr, const_cast<IID*>(&iid), out);
 }
 
 int32_t CComponentString::GetBuffer(wchar_t** text, int* length)

@@ -30,4 +30,8 @@ private:
 
     std::wstring m_Name;
     std::wstring m_Module;
+    // The creation function, found once: modules stay loaded for the life of the
+    // process, so a record need not open its module again for every object.
+    // Forgotten whenever the name or the module changes.
+    VXCreateFunction m_Create = nullptr;
 };
