@@ -32,6 +32,9 @@ const ComponentLocation kComponents[] = {
     {L"ASCIIStream", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
+    {L"InputParameter", L"Collections"},
+    {L"InputParameters", L"Collections"},
+    {L"CSVStream", L"CollectionsEx"},
 };
 
 } // namespace

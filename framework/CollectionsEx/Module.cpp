@@ -27,6 +27,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"ActiveWorkspace"), &CActiveWorkspace::CreateShared},
     {REFLiteral(L"INIFile"), &CObject<CINIFile>::_CreateInstance},
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
+    {REFLiteral(L"CSVStream"), &CObject<CDataStream>::_CreateInstance},
 };
 
 } // namespace
