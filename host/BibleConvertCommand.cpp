@@ -166,6 +166,23 @@ std::string ReadBooks(const fs::path& folder, const std::string& input, ConvertR
     return {};
 }
 
+// Verse lines of a written book that stand before its first chapter heading: the
+// Bible side can't place them.
+int StrayVerses(const fs::path& file, const std::string& book)
+{
+    std::ifstream in(file, std::ios::binary);
+    std::string line;
+    std::string heading = book + " ";
+    int stray = 0;
+    while (std::getline(in, line)) {
+        if (line.rfind(heading, 0) == 0)
+            return stray;
+        if (!line.empty() && line[0] >= '0' && line[0] <= '9')
+            ++stray;
+    }
+    return stray;
+}
+
 // The staging folder replaces the target in one rename; an old target goes only
 // after the new one is in place.
 std::string PutInPlace(const fs::path& staging, const fs::path& target)
@@ -238,6 +255,10 @@ int BibleConvert(const Arguments& arguments)
     if (!complaint.empty()) {
         fs::remove_all(staging, error);
         return HostFail(complaint);
+    }
+    for (const std::string& book : result.m_Books) {
+        if (int stray = StrayVerses(target / (book + ".bbl"), book))
+            std::cerr << "vxhost: warning: " << book << ": " << stray << " verse lines before its first chapter\n";
     }
     std::cout << "folder: " << target.string() << '\n' << "books: " << result.m_Books.size() << '\n';
     for (size_t i = 0; i < result.m_Books.size(); ++i)
