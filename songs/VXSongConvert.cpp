@@ -116,6 +116,9 @@ int32_t CVXSongConvert::Execute()
     };
     std::wstring savePath = itemText(kSavePath);
     std::wstring inFile = itemText(kInFileItem);
+    // Without a target the books would land in the root of the file system.
+    if (savePath.empty())
+        return E_FAIL;
 
     auto input = NewComponent<IStringCollection>(L"StringCollection");
     if (!input)
