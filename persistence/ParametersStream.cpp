@@ -116,7 +116,8 @@ void SaveElement(IXMLStream* xml, IDataStream* stream, const ItemRead& item, IDa
     xml->CloseElement();
 }
 
-// The child elements of one element, each with its name copied and its sub-stream.
+// The child elements of one element (or of a stream's current element), each with
+// its name copied and its sub-stream.
 template <class Visit> int VisitChildren(IUnknown* element, Visit visit)
 {
     auto inside = QueryAs<IXMLStream>(element);
@@ -221,23 +222,16 @@ int32_t ParamsLoadXML(IParameters* self, IDataStream* stream, int mode, const Pa
         return S_OK;
     if (mode & PARAMS_REPLACE)
         removeAll();
-    tagREFString view{0, nullptr};
-    while (xml->NextAttribute(&view) >= 0) {
+    VisitChildren(xml, [&](const CREFString& view, const SmartPtr<IUnknown>& element) {
         auto name = SmartPtr<IString>::Adopt(ISCreate(view));
-        tagREFString text{0, nullptr};
-        SmartPtr<IUnknown> element;
-        if (xml->GetAttribute(CREFString(name.get()), &text, element.Receive(), 1) < 0) {
-            xml->Skip(0, 0, 0);
-            continue;
-        }
         if (mode & PARAMS_REPLACE) {
             // Types come from the text alone; flags and descriptors are not kept.
             AddLocked(self, name, Converted(element), nullptr, 0);
-            continue;
+            return;
         }
         int index = -1;
         if (self->get_Index(name, &index) < 0)
-            continue;
+            return;
         int children = VisitChildren(element, [&](const CREFString& child, const SmartPtr<IUnknown>& sub) {
             if (NameIs(child, L"Value")) {
                 self->put_Item(index, Converted(sub));
@@ -251,7 +245,7 @@ int32_t ParamsLoadXML(IParameters* self, IDataStream* stream, int mode, const Pa
         });
         if (children == 0)
             self->put_Item(index, Converted(element));
-    }
+    });
     return S_OK;
 }
 
@@ -293,15 +287,8 @@ int32_t ParamsLoadXMLUnk(IParameters* self, IDataStream* stream, int mode, const
         return S_OK;
     if (mode & PARAMS_REPLACE)
         removeAll();
-    tagREFString view{0, nullptr};
-    while (xml->NextAttribute(&view) >= 0) {
+    VisitChildren(xml, [&](const CREFString& view, const SmartPtr<IUnknown>& element) {
         auto name = SmartPtr<IString>::Adopt(ISCreate(view));
-        tagREFString text{0, nullptr};
-        SmartPtr<IUnknown> element;
-        if (xml->GetAttribute(CREFString(name.get()), &text, element.Receive(), 1) < 0) {
-            xml->Skip(0, 0, 0);
-            continue;
-        }
         SmartPtr<IUnknown> value;
         SmartPtr<IUnknown> descriptor;
         int flags = 0;
@@ -334,7 +321,7 @@ int32_t ParamsLoadXMLUnk(IParameters* self, IDataStream* stream, int mode, const
         if (mode & PARAMS_REPLACE) {
             if (!CREFString(name.get()).IsEmpty() && value)
                 AddLocked(self, name, value, descriptor, flags);
-            continue;
+            return;
         }
         int index = -1;
         if (self->get_Index(name, &index) >= 0) {
@@ -342,7 +329,7 @@ int32_t ParamsLoadXMLUnk(IParameters* self, IDataStream* stream, int mode, const
             self->put_ItemFlags(index, flags);
             self->put_ItemDescriptor(index, descriptor);
         }
-    }
+    });
     return S_OK;
 }
 
