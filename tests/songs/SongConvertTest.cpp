@@ -7,6 +7,8 @@
 
 #include "persistence/FileBuffer.h"
 #include "persistence/ParametersStream.h"
+#include "runtime/Object.h"
+#include "runtime/ObjectInfo.h"
 #include "support/Fixture.h"
 #include "support/ScopedRegistry.h"
 
@@ -245,6 +247,55 @@ TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
     auto before = Output();
     ASSERT_EQ(Convert(sample), S_OK);
     EXPECT_EQ(Output(), before);
+}
+
+// A moniker that counts its binds and resolves to a fixed object once bound.
+class CProbeMoniker : public CObject<CProbeMoniker>, public IObjectInfoImpl<CProbeMoniker>, public ICollectionMoniker {
+public:
+    static constexpr wchar_t kObjectName[] = L"ProbeMoniker";
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<ICollectionMoniker>>;
+    int32_t Bind(INamedCollection* collection, int) override
+    {
+        m_Bound = collection != nullptr;
+        ++m_Binds;
+        return S_OK;
+    }
+    int32_t get_Object(const IID& iid, void** out) override
+    {
+        return m_Bound ? m_Value->QueryInterface(iid, out) : E_FAIL;
+    }
+    int32_t get_Name(IString** out) override { return E_NOTIMPL; }
+    SmartPtr<IUnknown> m_Value{Str(L"bound text").get()};
+    bool m_Bound = false;
+    int m_Binds = 0;
+};
+
+TEST_F(SongConvertTest, BindReachesInputsAndDescriptorsAndTheBoundValueWins)
+{
+    IID iid = ICollectionMoniker::Iid();
+    SmartPtr<ICollectionMoniker> forInput, forDescriptor;
+    ASSERT_EQ(CObject<CProbeMoniker>::_CreateInstance(nullptr, &iid, forInput.ReceiveVoid()), S_OK);
+    ASSERT_EQ(CObject<CProbeMoniker>::_CreateInstance(nullptr, &iid, forDescriptor.ReceiveVoid()), S_OK);
+    auto port = Create<IInputParameter>(L"InputParameter");
+    port->put_Source(forInput);
+    QueryAs<IParametersCreatable>(m_Step.As<IInputParameters>().get())->Add(Str(L"Port"), nullptr, port, 0);
+    auto described = Create<IInputParameter>(L"InputParameter");
+    described->put_Source(forDescriptor);
+    m_Step->put_ItemDescriptor(1, described);
+
+    SmartPtr<IUnknown> before;
+    m_Step->get_Item(1, before.Receive());
+    EXPECT_EQ(Text(before), L""); // unbound: the stored value
+    auto collection = SmartPtr<INamedCollection>::Adopt(static_cast<INamedCollection*>(
+        static_cast<void*>(CREFString::CreateCollection())));
+    EXPECT_EQ(m_Step.As<IBindableObject>()->Bind(collection, nullptr), S_OK);
+    auto* input = static_cast<CProbeMoniker*>(forInput.get());
+    auto* descriptor = static_cast<CProbeMoniker*>(forDescriptor.get());
+    EXPECT_EQ(input->m_Binds, 1);
+    EXPECT_EQ(descriptor->m_Binds, 1);
+    SmartPtr<IUnknown> after;
+    m_Step->get_Item(1, after.Receive());
+    EXPECT_EQ(Text(after), L"bound text");
 }
 
 class SongConvertStreamTest : public SongConvertTest {
