@@ -32,9 +32,12 @@ module_named() {
 make_longtext() {
   local module="$1" out="$2"
   [ -s "$out" ] && return 0
-  diatheke -b "$module" -f plain -k "Genesis 1:1-Revelation 22:21" | awk '
+  # The 66 books: the deuterocanon of the WEB module is left out.
+  { diatheke -b "$module" -f plain -k "Genesis 1:1-Malachi 4:6"
+    diatheke -b "$module" -f plain -k "Matthew 1:1-Revelation 22:21"; } | awk '
     {
-      line = $0; sub(/\r$/, "", line)
+      # Markup and the indenting of headings are no part of the text.
+      line = $0; sub(/\r$/, "", line); gsub(/<[^>]*>/, "", line); sub(/^[ \t]+/, "", line)
       if (line !~ /^.+ [0-9]+:[0-9]+: /) next
       p = index(line, ": ")
       ref = substr(line, 1, p - 1); text = substr(line, p + 2); sub(/ +$/, "", text)

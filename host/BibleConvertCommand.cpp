@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -61,8 +62,9 @@ std::string ParseOptions(const Arguments& arguments, ConvertOptions* options)
     return {};
 }
 
-// The text as the conversion will read it; an error when it can't be a long text.
-std::string CheckText(const std::string& file, std::wstring* text)
+// The file's bytes, in UTF-8 where it was 16-bit text; an error when it can't be a
+// long text. Only 16-bit text is decoded here: the step reads the file itself.
+std::string CheckText(const std::string& file, std::string* bytes)
 {
     std::error_code error;
     if (!fs::is_regular_file(file, error))
@@ -70,16 +72,28 @@ std::string CheckText(const std::string& file, std::wstring* text)
     if (fs::file_size(file, error) == 0)
         return file + " is empty";
     auto name = SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size())));
-    void* data = nullptr;
-    unsigned long size = 0;
-    if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXT, 0) < 0)
-        return "cannot read " + file;
-    text->assign(static_cast<wchar_t*>(data), size);
-    delete[] static_cast<wchar_t*>(data);
-    while (!text->empty() && text->back() == L'\0')
-        text->pop_back();
-    for (wchar_t c : *text) {
-        if (c < 32 && c != L'\t' && c != L'\n' && c != L'\r' && c != L'\f' && c != L'\v')
+    bool wide = false;
+    {
+        std::ifstream in(file, std::ios::binary);
+        bytes->assign(std::istreambuf_iterator<char>(in), {});
+        if (!in && !in.eof())
+            return "cannot read " + file;
+        wide = bytes->size() >= 2 && ((uint8_t((*bytes)[0]) == 0xFF && uint8_t((*bytes)[1]) == 0xFE) ||
+                                      (uint8_t((*bytes)[0]) == 0xFE && uint8_t((*bytes)[1]) == 0xFF));
+    }
+    if (wide) {
+        void* data = nullptr;
+        unsigned long size = 0;
+        if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXT, 0) < 0)
+            return "cannot read " + file;
+        std::wstring text(static_cast<wchar_t*>(data), size);
+        delete[] static_cast<wchar_t*>(data);
+        while (!text.empty() && text.back() == L'\0')
+            text.pop_back();
+        *bytes = ToUtf8(text.data(), int(text.size()));
+    }
+    for (char c : *bytes) {
+        if (uint8_t(c) < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v')
             return file + " is not a text file";
     }
     return {};
@@ -87,21 +101,20 @@ std::string CheckText(const std::string& file, std::wstring* text)
 
 // The step cuts lines at CR. A text whose lines end in LF alone is handed over as
 // a copy with CR LF ends; empty when the original will do.
-std::string CopyWithCRLF(const std::string& file, const std::wstring& text, const fs::path& folder)
+std::string CopyWithCRLF(const std::string& bytes, const fs::path& folder)
 {
-    if (text.find(L'\r') != std::wstring::npos || text.find(L'\n') == std::wstring::npos)
+    if (bytes.find('\r') != std::string::npos || bytes.find('\n') == std::string::npos)
         return {};
-    std::wstring lines;
-    lines.reserve(text.size() + text.size() / 16);
-    for (wchar_t c : text) {
-        if (c == L'\n')
-            lines += L'\r';
+    std::string lines;
+    lines.reserve(bytes.size() + bytes.size() / 16);
+    for (char c : bytes) {
+        if (c == '\n')
+            lines += '\r';
         lines += c;
     }
-    std::string bytes = ToUtf8(lines.data(), int(lines.size()));
     fs::path copy = folder / "longtext.txt";
     std::ofstream out(copy, std::ios::binary);
-    out.write(bytes.data(), std::streamsize(bytes.size()));
+    out.write(lines.data(), std::streamsize(lines.size()));
     return out ? copy.string() : std::string();
 }
 
@@ -158,7 +171,12 @@ std::string ReadBooks(const fs::path& folder, const std::string& input, ConvertR
     }
     if (result->m_Books.empty())
         return "no book title found in " + input + " (a book's name goes on a line of its own before its chapters)";
-    for (const std::string& book : result->m_Books) {
+    for (size_t i = 0; i < result->m_Books.size(); ++i) {
+        const std::string& book = result->m_Books[i];
+        // The file of a book that comes twice holds only the later one.
+        for (size_t j = 0; j < i; ++j)
+            if (result->m_Books[j] == book)
+                return "the book \"" + book + "\" comes twice in " + input + "; the second would replace the first";
         std::error_code error;
         if (book.find('/') != std::string::npos || !fs::is_regular_file(folder / (book + ".bbl"), error))
             return "cannot write the book \"" + book + "\" of " + input;
@@ -221,8 +239,8 @@ int BibleConvert(const Arguments& arguments)
         if (!fs::is_empty(target, error) && !options.m_Force)
             return HostFail(target.string() + " is not empty; --force replaces it");
     }
-    std::wstring text;
-    if (std::string complaint = CheckText(options.m_Input, &text); !complaint.empty())
+    std::string bytes;
+    if (std::string complaint = CheckText(options.m_Input, &bytes); !complaint.empty())
         return HostFail(complaint);
 
     // Beside the target, so that the last step is a rename on one file system.
@@ -242,7 +260,9 @@ int BibleConvert(const Arguments& arguments)
 
     if (isatty(2))
         std::cerr << "converting " << options.m_Input << " ..." << std::flush;
-    std::string input = CopyWithCRLF(options.m_Input, text, work);
+    std::string input = CopyWithCRLF(bytes, work);
+    bytes.clear();
+    bytes.shrink_to_fit();
     std::string complaint = RunStep(input.empty() ? options.m_Input : input, staging);
     fs::remove_all(work, error);
     ConvertResult result;
