@@ -75,8 +75,9 @@ std::string CheckText(const std::string& file, std::string* bytes)
     bool wide = false;
     {
         std::ifstream in(file, std::ios::binary);
-        bytes->assign(std::istreambuf_iterator<char>(in), {});
-        if (!in && !in.eof())
+        bytes->resize(size_t(fs::file_size(file, error)));
+        in.read(bytes->data(), std::streamsize(bytes->size()));
+        if (error || !in)
             return "cannot read " + file;
         wide = bytes->size() >= 2 && ((uint8_t((*bytes)[0]) == 0xFF && uint8_t((*bytes)[1]) == 0xFE) ||
                                       (uint8_t((*bytes)[0]) == 0xFE && uint8_t((*bytes)[1]) == 0xFF));
