@@ -32,6 +32,17 @@ int CountOf(IParameters* self)
     return count;
 }
 
+// Each item that Iterate gives, with its index.
+template <class Visit> void ForEachItem(IParameters* self, Visit visit)
+{
+    int count = CountOf(self);
+    for (int i = 0; i < count; ++i) {
+        ItemRead item;
+        if (item.Read(self, i))
+            visit(i, item);
+    }
+}
+
 // An unnamed item goes out as "Item" with its position counted from 1.
 SmartPtr<IString> SavedName(IString* name, int index)
 {
@@ -170,11 +181,7 @@ int32_t ParamsSaveXML(IParameters* self, IDataStream* stream, int mode)
     auto xml = QueryAs<IXMLStream>(stream);
     if (!xml)
         return S_OK;
-    int count = CountOf(self);
-    for (int i = 0; i < count; ++i) {
-        ItemRead item;
-        if (!item.Read(self, i))
-            continue;
+    ForEachItem(self, [&](int i, ItemRead& item) {
         auto persist = QueryAs<IDataPersist>(item.m_Descriptor.get());
         int flags = item.m_Flags & ~PARAMFLAG_TRANSIENT;
         bool attribute = false;
@@ -199,7 +206,7 @@ int32_t ParamsSaveXML(IParameters* self, IDataStream* stream, int mode)
                 if (flags == 35 && !persist && item.m_Value && item.m_Value->get_Type() != VARIANT_NONE) {
                     unsigned int colour = SwapRedBlue(unsigned(item.m_Value->get_Integer()));
                     xml->PutAttribute(item.m_Name, 0, SmartPtr<IString>::Adopt(ISCreateHex(colour)), 0);
-                    continue;
+                    return;
                 }
                 int type = flags & PARAMFLAG_TYPEMASK;
                 if (type == 3 || type == 5 || type == 6 || flags == 9)
@@ -211,7 +218,7 @@ int32_t ParamsSaveXML(IParameters* self, IDataStream* stream, int mode)
             xml->PutAttribute(item.m_Name, 0, ValueText(item.m_Value), 0);
         else
             SaveElement(xml, stream, item, persist, flags, mode);
-    }
+    });
     return S_OK;
 }
 
@@ -254,14 +261,10 @@ int32_t ParamsSaveXMLUnk(IParameters* self, IDataStream* stream, int mode)
     auto xml = QueryAs<IXMLStream>(stream);
     if (!xml)
         return S_OK;
-    int count = CountOf(self);
-    for (int i = 0; i < count; ++i) {
-        ItemRead item;
-        if (!item.Read(self, i))
-            continue;
+    ForEachItem(self, [&](int i, ItemRead& item) {
         auto persist = QueryAs<IDataPersist>(ObjectOf(item.m_Value).get());
         if (!persist)
-            continue;
+            return;
         xml->OpenElement(SavedName(item.m_Name, i), 0, 0);
         if (item.m_Flags != 0)
             xml->PutAttribute(Literal(L"Flags"), 0, SmartPtr<IString>::Adopt(ISCreateHex(unsigned(item.m_Flags))), 0);
@@ -276,7 +279,7 @@ int32_t ParamsSaveXMLUnk(IParameters* self, IDataStream* stream, int mode)
             xml->CloseElement();
         }
         xml->CloseElement();
-    }
+    });
     return S_OK;
 }
 
@@ -345,13 +348,9 @@ int32_t ParamsSaveCSV(IParameters* self, IDataStream* stream, int mode)
             csv->Write(text.m_Buffer, text.m_Length * 2, 0);
     };
     int written = 0;
-    int count = CountOf(self);
-    for (int i = 0; i < count; ++i) {
-        ItemRead item;
-        if (!item.Read(self, i))
-            continue;
+    ForEachItem(self, [&](int i, ItemRead& item) {
         if ((mode & PARAMS_COMPACT) && (item.m_Flags & PARAMFLAG_NOTCOMPACT))
-            continue;
+            return;
         if (written > 0)
             write(REFLiteral(L","));
         if (mode & PARAMS_WITHNAMES) {
@@ -361,7 +360,7 @@ int32_t ParamsSaveCSV(IParameters* self, IDataStream* stream, int mode)
         SmartPtr<IString> text = ValueText(item.m_Value);
         write(CREFString(text.get()));
         ++written;
-    }
+    });
     return S_OK;
 }
 
@@ -502,23 +501,19 @@ int32_t ParamsSaveFolderStream(IParameters* self, IDataStream* stream, int mode)
     auto folder = QueryAs<IFolderStream>(stream);
     if (!folder)
         return S_OK;
-    int count = CountOf(self);
-    for (int i = 0; i < count; ++i) {
-        ItemRead item;
-        if (!item.Read(self, i))
-            continue;
+    ForEachItem(self, [&](int i, ItemRead& item) {
         SmartPtr<IString> name = SavedName(item.m_Name, i);
         int flags = item.m_Flags;
         FolderForm form = ChooseForm(mode, &flags, item.m_Descriptor);
         if (form == FolderForm::Skip)
-            continue;
+            return;
         // An object can't be a plain key.
         if (form == FolderForm::Key && item.m_Value && !ObjectOf(item.m_Value)) {
             folder->WriteString(name, item.m_Value);
-            continue;
+            return;
         }
         SaveFolderItem(self, folder, name, item, flags);
-    }
+    });
     return S_OK;
 }
 
