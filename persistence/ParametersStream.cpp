@@ -521,9 +521,11 @@ int32_t ParamsLoadFolderStream(IParameters* self, IDataStream* stream, int mode,
 {
     auto folder = QueryAs<IFolderStream>(stream);
     auto entries = QueryAs<INamedCollection>(stream);
+    if (!folder)
+        return S_OK;
     if (mode & PARAMS_REPLACE)
         removeAll();
-    if (!folder || !entries)
+    if (!entries)
         return S_OK;
     if (mode & PARAMS_REPLACE) {
         int count = 0;

@@ -305,9 +305,14 @@ TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
         stream->GetBuffer(&data, &size);
         EXPECT_EQ(std::string(static_cast<const char*>(data), size), c.m_Bytes) << c.m_Mode;
     }
-    // A stream of no CSV kind gets nothing.
+    // A stream of the wrong kind changes nothing, also in replace mode.
     auto xml = Create<IDataStream>(L"XMLStream");
     EXPECT_EQ(parameters->Params_SaveCSV(xml, 0), S_OK);
+    EXPECT_EQ(parameters->Params_LoadFolderStream(xml, PARAMS_REPLACE), S_OK);
+    EXPECT_EQ(parameters->Params_LoadXMLUnk(Create<IDataStream>(L"FolderStream"), PARAMS_REPLACE), S_OK);
+    int count = 0;
+    parameters->get_Count(&count);
+    EXPECT_EQ(count, 3);
 }
 
 TEST_F(ParametersStreamTest, ObjectsOnlyXMLRoundTrip)
