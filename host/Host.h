@@ -21,6 +21,7 @@ struct HostCommand {
 const std::vector<HostCommand>& SongCommands();
 const std::vector<HostCommand>& DemoCommands();
 const std::vector<HostCommand>& BibleCommands();
+const std::vector<HostCommand>& BibleConvertCommands();
 
 // Prints the verses of a song file; the exit status.
 int ShowSongFile(const std::string& file);

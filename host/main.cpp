@@ -10,7 +10,16 @@
 
 namespace {
 
-std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands(), &DemoCommands(), &BibleCommands()}; }
+// One list per family of commands; a new family adds one line here.
+std::vector<const std::vector<HostCommand>*> AllCommands()
+{
+    return {
+        &SongCommands(),
+        &DemoCommands(),
+        &BibleCommands(),
+        &BibleConvertCommands(),
+    };
+}
 
 void PrintUsage(const char* noun)
 {

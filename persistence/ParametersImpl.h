@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "persistence/ParametersStream.h"
 #include "runtime/Object.h"
 #include "runtime/SmartPtr.h"
 #include "runtime/ValueConversion.h"
@@ -336,13 +337,26 @@ public:
         return S_OK;
     }
 
-    int32_t Params_SaveCSV(IDataStream*, int) override { return E_NOTIMPL; }
-    int32_t Params_SaveXML(IDataStream*, int) override { return E_NOTIMPL; }
-    int32_t Params_LoadXML(IDataStream*, int, int) override { return E_NOTIMPL; }
-    int32_t Params_SaveFolderStream(IDataStream*, int) override { return E_NOTIMPL; }
-    int32_t Params_LoadFolderStream(IDataStream*, int) override { return E_NOTIMPL; }
-    int32_t Params_SaveXMLUnk(IDataStream*, int) override { return E_NOTIMPL; }
-    int32_t Params_LoadXMLUnk(IDataStream*, int) override { return E_NOTIMPL; }
+    // The stream forms (ParametersStream.cpp) work through this collection's own operations.
+    int32_t Params_SaveCSV(IDataStream* stream, int mode) override { return ParamsSaveCSV(this, stream, mode); }
+    int32_t Params_SaveXML(IDataStream* stream, int mode) override { return ParamsSaveXML(this, stream, mode); }
+    int32_t Params_LoadXML(IDataStream* stream, int mode, int) override
+    {
+        return ParamsLoadXML(this, stream, mode, [this] { RemoveAll(); });
+    }
+    int32_t Params_SaveFolderStream(IDataStream* stream, int mode) override
+    {
+        return ParamsSaveFolderStream(this, stream, mode);
+    }
+    int32_t Params_LoadFolderStream(IDataStream* stream, int mode) override
+    {
+        return ParamsLoadFolderStream(this, stream, mode, [this] { RemoveAll(); });
+    }
+    int32_t Params_SaveXMLUnk(IDataStream* stream, int mode) override { return ParamsSaveXMLUnk(this, stream, mode); }
+    int32_t Params_LoadXMLUnk(IDataStream* stream, int mode) override
+    {
+        return ParamsLoadXMLUnk(this, stream, mode, [this] { RemoveAll(); });
+    }
 
     // 1 when a bound input gave the value, 0 for the stored value. A bound input
     // overrides what is stored, for every reader of the item.

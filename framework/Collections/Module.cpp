@@ -2,6 +2,8 @@
 #include <iterator>
 
 #include "framework/Collections/CreatableString.h"
+#include "framework/Collections/InputParameter.h"
+#include "framework/Collections/InputParameters.h"
 #include "framework/Collections/ParametersCreatable.h"
 #include "framework/Collections/Variant.h"
 #include "framework/Collections/SimpleCollection.h"
@@ -18,6 +20,8 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"SimpleCollection"), &CObject<CSimpleCollection>::_CreateInstance},
     {REFLiteral(L"StringCollection"), &CObject<CStringCollection>::_CreateInstance},
     {REFLiteral(L"SuperCollection"), &CObject<CSuperCollection>::_CreateInstance},
+    {REFLiteral(L"InputParameter"), &CObject<CInputParameter>::_CreateInstance},
+    {REFLiteral(L"InputParameters"), &CObject<CInputParameters>::_CreateInstance},
 };
 
 } // namespace

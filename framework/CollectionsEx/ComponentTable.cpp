@@ -36,6 +36,9 @@ const ComponentLocation kComponents[] = {
     {L"StringTable", L"CollectionsEx"},
     {L"VXRenderer", L"Renderer"},
     {L"VXText", L"Renderer"},
+    {L"InputParameter", L"Collections"},
+    {L"InputParameters", L"Collections"},
+    {L"CSVStream", L"CollectionsEx"},
 };
 
 } // namespace

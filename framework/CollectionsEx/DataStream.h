@@ -1,5 +1,6 @@
 // "DataStream": a plain buffer of bytes. Written by appending; read from a
-// position that Skip moves.
+// position that Skip moves. "CSVStream" is the same buffer: a line of values is
+// bytes written through Write, and nothing more is asked of it.
 #pragma once
 #include <string>
 
@@ -7,10 +8,10 @@
 #include "runtime/ObjectInfo.h"
 #include "runtime/VXCore.h"
 
-class CDataStream : public CObject<CDataStream>, public IObjectInfoImpl<CDataStream>, public IDataStream {
+class CDataStream : public CObject<CDataStream>, public IObjectInfoImpl<CDataStream>, public ICSVStream {
 public:
     static constexpr wchar_t kObjectName[] = L"DataStream";
-    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataStream>>;
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataStream>, Entry<ICSVStream>>;
 
     // Copies the bytes, or with null starts empty; reading starts at the first byte.
     int32_t SetBuffer(void* data, int bytes, int mode) override;

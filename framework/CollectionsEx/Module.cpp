@@ -31,6 +31,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
     {REFLiteral(L"StringTable"), &CObject<CStringTable>::_CreateInstance},
     {REFLiteral(L"VXTextReference"), &CTextReference::_CreateInstance},
+    {REFLiteral(L"CSVStream"), &CObject<CDataStream>::_CreateInstance},
 };
 
 } // namespace

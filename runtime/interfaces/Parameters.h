@@ -59,3 +59,19 @@ struct IBindableObject : IUnknown {
     static const IID& Iid() { return IID_IBindableObject; }
     virtual int32_t Bind(INamedCollection* collection, IUnknown* context) = 0;
 };
+
+// A step of work that a host places in a job.
+struct IStep : IUnknown {
+    static const IID& Iid() { return IID_IStep; }
+    virtual int32_t TurnOn() = 0;
+    virtual int32_t TurnOff() = 0;
+    virtual int32_t IsRunning() = 0;
+    // Milliseconds of the last run.
+    virtual int32_t get_ExecutionTime(double* time) = 0;
+};
+
+struct IStepEx : IUnknown {
+    static const IID& Iid() { return IID_IStepEx; }
+    virtual int32_t Initialize() = 0;
+    virtual int32_t Finalize() = 0;
+};

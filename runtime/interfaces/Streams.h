@@ -103,3 +103,8 @@ struct IFileInfo : IUnknown {
     virtual int32_t get_Time(int64_t* seconds) = 0;
     virtual int32_t put_Time(int64_t seconds) = 0;
 };
+
+// A stream of comma-separated values; the line goes out through IDataStream::Write.
+struct ICSVStream : IDataStream {
+    static const IID& Iid() { return IID_ICSVStream; }
+};

@@ -1,0 +1,113 @@
+// vxhost bible convert: the sample becomes a folder Bible; bad input and bad targets
+// fail clearly and leave nothing that looks like a finished Bible.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "e2e/HostRun.h"
+#include "support/Fixture.h"
+
+namespace fs = std::filesystem;
+using vxtest::RunHost;
+
+namespace {
+
+std::string Quote(const fs::path& path) { return "'" + path.string() + "'"; }
+
+// Names in a folder that are no part of a finished conversion: staging left behind.
+std::vector<std::string> Leftovers(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.path().filename().string()[0] == '.')
+            names.push_back(entry.path().filename().string());
+    return names;
+}
+
+std::string Slurp(const fs::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+TEST(BibleConvert, TheSampleBecomesAFolderBible)
+{
+    vxtest::TempFolder folder;
+    fs::path out = folder / "kjv";
+    auto result = RunHost("bible convert " + vxtest::SamplePath("longtext/kjv-jonah-philemon.txt") + " --out " +
+                          Quote(out));
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "folder: " + out.string() + "\nbooks: 2\nbook 1: Jonah\nbook 2: Philemon\n");
+    EXPECT_TRUE(fs::exists(out / "Jonah.bbl") && fs::exists(out / "Philemon.bbl") && fs::exists(out / "bible.ini"));
+    EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{});
+
+    // Lines that end in LF alone give the same books.
+    std::string text = Slurp(vxtest::SamplePath("longtext/kjv-jonah-philemon.txt"));
+    std::erase(text, '\r');
+    vxtest::WriteBytes(folder / "lf.txt", text);
+    fs::path second = folder / "lf";
+    ASSERT_EQ(RunHost("bible convert " + Quote(folder / "lf.txt") + " --out " + Quote(second)).status, 0);
+    EXPECT_EQ(Slurp(second / "Jonah.bbl"), Slurp(out / "Jonah.bbl"));
+
+    // An existing Bible is replaced only when asked.
+    vxtest::WriteBytes(out / "old.bbl", "x");
+    auto refused = RunHost("bible convert " + Quote(folder / "lf.txt") + " --out " + Quote(out));
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("not empty"), std::string::npos) << refused.err;
+    ASSERT_EQ(RunHost("bible convert " + Quote(folder / "lf.txt") + " --out " + Quote(out) + " --force").status, 0);
+    EXPECT_FALSE(fs::exists(out / "old.bbl"));
+    EXPECT_TRUE(fs::exists(out / "Philemon.bbl"));
+    EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{});
+}
+
+TEST(BibleConvert, BadInputAndTargetsFailClearly)
+{
+    struct Case {
+        const char* m_What;
+        std::string m_Input; // file content; "<none>" for no file
+        const char* m_Target; // below the temporary folder
+        const char* m_Extra;
+        int m_Status;
+        const char* m_Message;
+    };
+    const Case cases[] = {
+        {"empty file", "", "out", "", 1, "is empty"},
+        {"no book line", "1. In the beginning\r\n2. And\r\n", "out", "", 1, "no book title"},
+        {"binary", std::string("\x7F" "ELF\x02\x01\x01\0\0\0\x03\x00", 12), "out", "", 1, "not a text file"},
+        {"missing", "<none>", "out", "", 1, "cannot read"},
+        {"target is a file", "A\r\n1\r\n1. x\r\n", "in.txt", "", 1, "not a folder"},
+        {"unwritable target", "A\r\n1\r\n1. x\r\n", "in.txt/sub/out", "", 1, "cannot write"},
+        {"unknown option", "A\r\n1\r\n1. x\r\n", "out", "--fast", 2, "unknown option"},
+        {"two inputs", "A\r\n1\r\n1. x\r\n", "out", "other.txt", 2, "one long text"},
+    };
+    for (const Case& c : cases) {
+        vxtest::TempFolder folder;
+        if (c.m_Input != "<none>")
+            vxtest::WriteBytes(folder / "in.txt", c.m_Input);
+        fs::path target = folder / c.m_Target;
+        auto result =
+            RunHost("bible convert " + Quote(folder / "in.txt") + " --out " + Quote(target) + " " + c.m_Extra);
+        EXPECT_EQ(result.status, c.m_Status) << c.m_What;
+        EXPECT_NE(result.err.find(c.m_Message), std::string::npos) << c.m_What << ": " << result.err;
+        EXPECT_EQ(result.out, "") << c.m_What;
+        EXPECT_FALSE(fs::exists(folder / "out")) << c.m_What;
+        EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{}) << c.m_What;
+    }
+    auto missingOut = RunHost("bible convert x.txt");
+    EXPECT_EQ(missingOut.status, 2);
+    EXPECT_NE(missingOut.err.find("--out"), std::string::npos);
+    EXPECT_EQ(RunHost("bible convert --help").status, 0);
+}
+
+TEST(BibleConvert, VersesBeforeAChapterAreWrittenWithAWarning)
+{
+    vxtest::TempFolder folder;
+    vxtest::WriteBytes(folder / "in.txt", "Ruth\r\n1. stray\r\n1\r\n1. placed\r\n");
+    auto result = RunHost("bible convert " + Quote(folder / "in.txt") + " --out " + Quote(folder / "out"));
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.err.find("Ruth: 1 verse lines before its first chapter"), std::string::npos) << result.err;
+    EXPECT_EQ(Slurp(folder / "out" / "Ruth.bbl"), "1. stray\nRuth 1\n1. placed\n");
+}
+
+} // namespace
