@@ -86,3 +86,4 @@ VX_IID(_IUIFileArchiveEvents)
 // Interfaces that only the framework's stand-ins define:
 VX_IID(IUIVerb)
 VX_IID(IUIPropertyFrame)
+VX_IID(IUITreeView)

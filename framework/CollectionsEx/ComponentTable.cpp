@@ -32,6 +32,13 @@ const ComponentLocation kComponents[] = {
     {L"ASCIIStream", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
+    {L"XMLFile", L"CollectionsEx"},
+    {L"VXBook", L"VXBook"},
+    {L"MessageWindow", L"UI"},
+    {L"UITree", L"UI"},
+    {L"UIVerbCollection", L"UI"},
+    {L"UIManagerCollection", L"UI"},
+    {L"UIUtils", L"UI"},
 };
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "framework/CollectionsEx/GlobalComponentCollection.h"
 #include "framework/CollectionsEx/INIFile.h"
 #include "framework/CollectionsEx/Registry.h"
+#include "framework/CollectionsEx/XMLFile.h"
 #include "framework/CollectionsEx/XMLStream.h"
 #include "runtime/Module.h"
 
@@ -27,6 +28,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"ActiveWorkspace"), &CActiveWorkspace::CreateShared},
     {REFLiteral(L"INIFile"), &CObject<CINIFile>::_CreateInstance},
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
+    {REFLiteral(L"XMLFile"), &CObject<CXMLFile>::_CreateInstance},
 };
 
 } // namespace

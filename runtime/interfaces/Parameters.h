@@ -59,3 +59,7 @@ struct IBindableObject : IUnknown {
     static const IID& Iid() { return IID_IBindableObject; }
     virtual int32_t Bind(INamedCollection* collection, IUnknown* context) = 0;
 };
+
+// Flags of the entries that an XML file's parameters hold for the attributes of an
+// element, ahead of its children, so that a reader can tell the two apart.
+constexpr int PARAMETER_XMLATTRIBUTE = 0x100000;
