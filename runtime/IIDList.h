@@ -86,4 +86,5 @@ VX_IID(_IUIFileArchiveEvents)
 // Interfaces that only the framework's stand-ins define:
 VX_IID(IUIVerb)
 VX_IID(IUIPropertyFrame)
+VX_IID(IVXTextReferenceHolds)
 VX_IID(IUITreeView)

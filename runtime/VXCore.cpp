@@ -11,6 +11,7 @@ namespace {
 const ComponentEntry kComponents[] = {
     {REFLiteral(L"VXSong"), &CreateVXSong},
     {REFLiteral(L"VXSongVerse"), &CreateVXSongVerse},
+    {REFLiteral(L"VXBibleBook"), &CreateVXBibleBook},
 };
 
 } // namespace

@@ -30,6 +30,7 @@ const ComponentLocation kComponents[] = {
     {L"ActiveWorkspace", L"CollectionsEx"},
     {L"INIFile", L"CollectionsEx"},
     {L"ASCIIStream", L"CollectionsEx"},
+    {L"VXTextReference", L"CollectionsEx"},
     {L"VXRenderStyle", L"Renderer"},
     {L"UIDefault", L"Renderer"},
     {L"XMLFile", L"CollectionsEx"},

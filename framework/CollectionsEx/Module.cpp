@@ -10,6 +10,7 @@
 #include "framework/CollectionsEx/GlobalComponentCollection.h"
 #include "framework/CollectionsEx/INIFile.h"
 #include "framework/CollectionsEx/Registry.h"
+#include "framework/CollectionsEx/TextReference.h"
 #include "framework/CollectionsEx/XMLFile.h"
 #include "framework/CollectionsEx/XMLStream.h"
 #include "runtime/Module.h"
@@ -29,6 +30,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"INIFile"), &CObject<CINIFile>::_CreateInstance},
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
     {REFLiteral(L"XMLFile"), &CObject<CXMLFile>::_CreateInstance},
+    {REFLiteral(L"VXTextReference"), &CTextReference::_CreateInstance},
 };
 
 } // namespace

@@ -82,6 +82,14 @@ struct IVXTextReference : IUnknown {
     virtual int32_t SetReference(IVXBook* book, wchar_t* text, int length, int chapter, int verse, int count) = 0;
 };
 
+// The framework's text reference keeps its book alive while anyone but the book's own
+// index holds it. The book tells it how many holds its index keeps, so that the index
+// and the book make no cycle.
+struct IVXTextReferenceHolds : IUnknown {
+    static const IID& Iid() { return IID_IVXTextReferenceHolds; }
+    virtual int32_t put_IndexHolds(int holds) = 0;
+};
+
 // Asked for by the editor's spelling support; no operation of it is called.
 struct IVXSpellChecker : IUnknown {
     static const IID& Iid() { return IID_IVXSpellChecker; }

@@ -1,0 +1,127 @@
+// The one pass over a book's text that indexes its chapters and verses in place.
+#include <cwctype>
+
+#include "bible/VXBibleBook.h"
+#include "bible/VXBibleChapter.h"
+#include "persistence/TextLine.h"
+#include "runtime/Factories.h"
+#include "runtime/ValueConversion.h"
+
+namespace {
+
+// How many holds the book's own collections keep on a reference: a chapter's name
+// alone; a verse as both name and item.
+constexpr int kHeadingHolds = 1;
+constexpr int kVerseHolds = 2;
+
+// A heading begins with the book's name in the text, ignoring case. A line shorter
+// than the name that repeats its beginning counts too: "1" opens a chapter of "1 Samuel".
+bool IsHeading(const CREFString& name, const CREFString& line)
+{
+    int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
+    if (n < 1)
+        return false;
+    for (int32_t i = 0; i < n; ++i)
+        if (std::towlower(wint_t(name.m_Buffer[i])) != std::towlower(wint_t(line.m_Buffer[i])))
+            return false;
+    return true;
+}
+
+SmartPtr<IVXTextReference> NewReference(IVXBook* book, const CREFString& line, int chapter, int verse, int count,
+                                        int holds)
+{
+    auto reference = SmartPtr<IVXTextReference>::Adopt(VXCoreObject::CreateVXTextReference());
+    if (!reference)
+        return reference;
+    reference->SetReference(book, line.m_Buffer, line.m_Length, chapter, verse, count);
+    if (auto pins = reference.As<IVXTextReferenceHolds>())
+        pins->put_IndexHolds(holds);
+    return reference;
+}
+
+} // namespace
+
+CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
+{
+    auto reference = NewReference(this, line, -1, -1, -1, kHeadingHolds);
+    if (!reference)
+        return nullptr;
+    auto chapter = SmartPtr<ISuperCollection>::Adopt(CVXBibleChapter::Create(line.m_Buffer, length));
+    if (Add(reference.As<IString>(), chapter, nullptr, 0) < 0)
+        return nullptr;
+    // The book's collection holds the chapter from here on.
+    return static_cast<CVXBibleChapter*>(static_cast<CVXBibleChapter::Collection*>(chapter.get()));
+}
+
+void CVXBibleBook::AddVerse(CVXBibleChapter* chapter, CREFString line, int chapterNumber)
+{
+    int verseNumber = _IS2Integer(line, 10);
+    auto reference = NewReference(this, line, chapterNumber - 1, verseNumber - 1, 1, kVerseHolds);
+    if (!reference)
+        return;
+    // The line's length ends a range of verses that stops at this one.
+    auto length = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    if (length)
+        length->put_Integer(line.m_Length);
+    chapter->Add(reference.As<IString>(), reference, length, 0);
+}
+
+// A book of one chapter keeps its verses in its own collection, without their lengths.
+void CVXBibleBook::MakeFlat()
+{
+    SmartPtr<IUnknown> item;
+    get_Item(0, item.Receive());
+    auto verses = item.As<ISuperCollection>();
+    m_HasChapters = 0;
+    Clear();
+    if (!verses)
+        return;
+    int count = 0;
+    verses->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> verse;
+        verses->get_ItemName(i, name.Receive());
+        verses->get_Item(i, verse.Receive());
+        if (verse)
+            Add(name, verse, nullptr, 0);
+    }
+}
+
+void CVXBibleBook::SetBufferPtrs()
+{
+    if (!m_Text)
+        return;
+    CREFString name(m_NameInText.get());
+    CREFString rest(m_Text, m_TextLength);
+    TextTrimLeft(rest);
+    CVXBibleChapter* open = nullptr;
+    int chapterNumber = 0;
+    CREFString line;
+    while (TextNextLine(rest, &line)) {
+        TextTrimLeft(line);
+        if (line.IsEmpty())
+            continue;
+        if (IsHeading(name, line)) {
+            int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
+            CREFString number(line.m_Buffer + n, line.m_Length - n);
+            TextTrimLeft(number);
+            chapterNumber = _IS2Integer(number, 10);
+            if (open)
+                open->m_TextLength = int32_t(line.m_Buffer - open->m_Text);
+            // Up to the end of the text less one: the last chapter keeps that length.
+            int32_t length = int32_t(m_Text + m_TextLength - 1 - line.m_Buffer);
+            if (CVXBibleChapter* chapter = AddChapter(line, length))
+                open = chapter;
+            continue;
+        }
+        if (!std::iswdigit(wint_t(line.m_Buffer[0])) || !open)
+            continue;
+        AddVerse(open, line, chapterNumber);
+    }
+    m_HasChapters = 1;
+    int count = 0;
+    get_Count(&count);
+    if (count == 1)
+        MakeFlat();
+}

@@ -1,0 +1,30 @@
+// Books made for tests: the names and the text go in through the packed translation's
+// stream form, as a Bible hands a book its content.
+#pragma once
+#include <string>
+
+#include "support/Fixture.h"
+
+namespace vxtest {
+
+struct BookContent {
+    std::wstring userName;
+    std::wstring nameInText;
+    std::wstring translation;
+    std::wstring text;
+};
+
+// A loaded book with that content; empty if the modules can't make one.
+SmartPtr<IVXBook> MakeBook(const BookContent& content);
+
+// The book's text in its stream form: UserName, NameInText, Translation, the text's
+// 16-bit units in the block "Text", and its size.
+SmartPtr<IFolderStream> BookStream(const BookContent& content);
+
+// A book read from its own file; its names are those given.
+SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& nameInText);
+
+// The text of a verse or range, or "<fail>" with the result when there is none.
+std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result = nullptr);
+
+} // namespace vxtest
