@@ -12,6 +12,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"VXSong"), &CreateVXSong},
     {REFLiteral(L"VXSongVerse"), &CreateVXSongVerse},
     {REFLiteral(L"VXBibleBook"), &CreateVXBibleBook},
+    {REFLiteral(L"VXBible"), &CreateVXBible},
 };
 
 } // namespace
