@@ -20,6 +20,7 @@ struct HostCommand {
 // is empty takes every argument after its noun.
 const std::vector<HostCommand>& SongCommands();
 const std::vector<HostCommand>& DemoCommands();
+const std::vector<HostCommand>& BibleTranslationCommands();
 
 // Prints the verses of a song file; the exit status.
 int ShowSongFile(const std::string& file);

@@ -10,7 +10,7 @@
 
 namespace {
 
-std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands(), &DemoCommands()}; }
+std::vector<const std::vector<HostCommand>*> AllCommands() { return {&SongCommands(), &DemoCommands(), &BibleTranslationCommands()}; }
 
 void PrintUsage(const char* noun)
 {

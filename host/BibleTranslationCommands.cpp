@@ -1,0 +1,249 @@
+// vxhost bible info / pack / unpack: a whole translation, as a folder of book files,
+// a packed ".tBL" file or an XML Bible.
+#include <unistd.h>
+
+#include <filesystem>
+#include <iostream>
+#include <system_error>
+
+#include "host/Host.h"
+#include "host/HostEnvironment.h"
+#include "host/HostText.h"
+#include "runtime/ValueConversion.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+SmartPtr<IString> Wide(const std::string& text)
+{
+    return SmartPtr<IString>::Adopt(ISCreate(text.c_str(), int(text.size())));
+}
+
+// The file or folder argument and the options --out PATH and --force.
+struct TranslationArguments {
+    std::string m_Input;
+    std::string m_Out;
+    bool m_Force = false;
+};
+
+// False with the exit status set when the command line is wrong.
+bool ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArguments* parsed, int* status)
+{
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (wantsOut && argument == "--out" && i + 1 < arguments.size()) {
+            parsed->m_Out = HostPath(arguments[++i]);
+        } else if (wantsOut && argument == "--force") {
+            parsed->m_Force = true;
+        } else if (argument.rfind("--", 0) == 0 || !parsed->m_Input.empty()) {
+            std::cerr << "vxhost: unexpected argument \"" << argument << "\"\n";
+            *status = 2;
+            return false;
+        } else {
+            parsed->m_Input = HostPath(argument);
+        }
+    }
+    const char* missing = parsed->m_Input.empty() ? "the Bible to read" : nullptr;
+    if (!missing && wantsOut && parsed->m_Out.empty())
+        missing = "--out PATH";
+    if (missing) {
+        std::cerr << "vxhost: missing " << missing << "\n";
+        *status = 2;
+        return false;
+    }
+    return true;
+}
+
+// The translation at `path`, read; empty with a message when it has no books.
+SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
+{
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        HostFail(path + ": no such file or folder");
+        return {};
+    }
+    auto bible = HostCreate<IFileArchive>(L"VXBible");
+    if (!bible) {
+        HostFail("the Bible component is not installed");
+        return {};
+    }
+    bible->put_Filename(Wide(path));
+    bible->Load();
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    if (count < 1) {
+        HostFail(path + ": no books found");
+        return {};
+    }
+    return bible;
+}
+
+SmartPtr<IVXBook> BookAt(IFileArchive* bible, int index)
+{
+    SmartPtr<IUnknown> item;
+    QueryAs<ISimpleCollection>(bible)->get_Item(index, item.Receive());
+    // A book of a folder is read on first use.
+    if (auto file = item.As<IFileArchive>())
+        file->Load();
+    return item.As<IVXBook>();
+}
+
+// The name the translation files the book under, which is its file's name too.
+std::string BookName(IFileArchive* bible, int index)
+{
+    SmartPtr<IString> name;
+    QueryAs<INamedCollection>(bible)->get_ItemName(index, name.Receive());
+    return ToUtf8(name);
+}
+
+// The abbreviation that a book's headers carry in brackets, or "".
+std::string Abbreviation(IVXBook* book)
+{
+    SmartPtr<IString> header;
+    book->Header(header.Receive(), 0, -1, 0, nullptr);
+    std::string text = ToUtf8(header);
+    size_t open = text.rfind(" [");
+    if (open == std::string::npos || text.back() != ']')
+        return "";
+    return text.substr(open + 2, text.size() - open - 3);
+}
+
+bool RefuseExisting(const std::string& out, bool force)
+{
+    std::error_code error;
+    if (force || !fs::exists(out, error))
+        return false;
+    HostFail(out + ": exists already; add --force to replace it");
+    return true;
+}
+
+int BibleInfo(const Arguments& arguments)
+{
+    TranslationArguments parsed;
+    int status = 0;
+    if (!ParseArguments(arguments, false, &parsed, &status))
+        return status;
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
+    if (!bible)
+        return 1;
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    std::cout << "books: " << count << '\n';
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IVXBook> book = BookAt(bible, i);
+        int chapters = 0;
+        book->get_ChapterCount(&chapters);
+        std::cout << "book: " << BookName(bible, i) << ", chapters: " << chapters << '\n';
+    }
+    if (count > 0)
+        std::cout << "abbreviation: " << Abbreviation(BookAt(bible, 0)) << '\n';
+    return 0;
+}
+
+int BiblePack(const Arguments& arguments)
+{
+    TranslationArguments parsed;
+    int status = 0;
+    if (!ParseArguments(arguments, true, &parsed, &status))
+        return status;
+    const std::string suffix = ".tBL";
+    if (parsed.m_Out.size() <= suffix.size() || parsed.m_Out.compare(parsed.m_Out.size() - 4, 4, suffix) != 0) {
+        std::cerr << "vxhost: --out " << parsed.m_Out << ": a packed Bible's name ends in .tBL\n";
+        return 2;
+    }
+    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
+        return 1;
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
+    if (!bible)
+        return 1;
+    // The packed file is named after the Bible, with ".tBL" behind.
+    bible->put_Filename(Wide(parsed.m_Out.substr(0, parsed.m_Out.size() - 4)));
+    std::error_code error;
+    auto before = fs::exists(parsed.m_Out, error) ? fs::last_write_time(parsed.m_Out, error) : fs::file_time_type();
+    if (bible->Save() < 0 || !fs::exists(parsed.m_Out, error) || fs::last_write_time(parsed.m_Out, error) == before)
+        return HostFail(parsed.m_Out + ": could not be written");
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    std::cout << "packed: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
+    return 0;
+}
+
+// Writes every book and bible.ini into `folder`, which exists and is empty.
+bool WriteFolder(IFileArchive* bible, const std::string& folder)
+{
+    auto ini = HostCreate<IFileArchive>(L"INIFile");
+    if (!ini)
+        return false;
+    QueryAs<IINIFile>(ini.get())->put_Section(Wide("Bible"));
+    auto entries = ini.As<IParametersCreatable>();
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible)->get_Count(&count);
+    if (count > 0)
+        entries->Add(Wide("abbreviation"), Wide(Abbreviation(BookAt(bible, 0))), nullptr, 0);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IVXBook> book = BookAt(bible, i);
+        std::string name = BookName(bible, i);
+        auto file = book.As<IFileArchive>();
+        if (name.empty() || name.find('/') != std::string::npos || !file)
+            return false;
+        file->put_Filename(Wide(folder + "/" + name + ".bbl"));
+        if (file->Save() < 0)
+            return false;
+        entries->Add(Wide(std::to_string(i + 1)), Wide(name), nullptr, 0);
+    }
+    ini->put_Filename(Wide(folder + "/bible.ini"));
+    return ini->Save() >= 0;
+}
+
+int BibleUnpack(const Arguments& arguments)
+{
+    TranslationArguments parsed;
+    int status = 0;
+    if (!ParseArguments(arguments, true, &parsed, &status))
+        return status;
+    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
+        return 1;
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
+    if (!bible)
+        return 1;
+    // Written beside the target and moved over it whole, so a failure leaves the old folder.
+    std::string temporary = parsed.m_Out + ".vxhost-" + std::to_string(::getpid());
+    std::error_code error;
+    fs::remove_all(temporary, error);
+    if (!fs::create_directories(temporary, error) || !WriteFolder(bible, temporary)) {
+        fs::remove_all(temporary, error);
+        return HostFail(parsed.m_Out + ": could not be written");
+    }
+    fs::remove_all(parsed.m_Out, error);
+    fs::rename(temporary, parsed.m_Out, error);
+    if (error) {
+        fs::remove_all(temporary, error);
+        return HostFail(parsed.m_Out + ": could not be written");
+    }
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    std::cout << "unpacked: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
+    return 0;
+}
+
+} // namespace
+
+const std::vector<HostCommand>& BibleTranslationCommands()
+{
+    static const std::vector<HostCommand> kCommands = {
+        {"bible", "info", "BIBLE",
+         "Reads a Bible (a folder of .bbl files, a .tBL or an .xml file) and prints its books and chapters.\n"
+         "Example: vxhost bible info samples/bible",
+         &BibleInfo},
+        {"bible", "pack", "FOLDER --out FILE.tBL [--force]",
+         "Packs a folder Bible into one .tBL file that holds the whole text.\n"
+         "Example: vxhost bible pack samples/bible --out /tmp/kjv.tBL",
+         &BiblePack},
+        {"bible", "unpack", "FILE.tBL --out FOLDER [--force]",
+         "Writes a packed Bible out as a folder of .bbl files with its bible.ini.\n"
+         "Example: vxhost bible unpack /tmp/kjv.tBL --out /tmp/kjv",
+         &BibleUnpack},
+    };
+    return kCommands;
+}
