@@ -231,8 +231,3 @@ int32_t CVXBible::ReadXMLParamters(IParameters* parameters)
     }
     return S_OK;
 }
-
-int32_t CVXBible::Readxml(IXMLStream* /*stream*/)
-{
-    return E_NOTIMPL;
-}

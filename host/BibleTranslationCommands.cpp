@@ -2,6 +2,8 @@
 // a packed ".tBL" file or an XML Bible.
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
@@ -227,6 +229,68 @@ int BibleUnpack(const Arguments& arguments)
     return 0;
 }
 
+// The Bible writes the books of an HTML file under a fixed name, "C:\\Bible\\" and the
+// book's name, which on this system is a file of that name in the working folder. The
+// conversion therefore runs in a folder of its own, which sees the modules through a
+// link, and the books are then taken from there.
+int BibleFromHtml(const Arguments& arguments)
+{
+    TranslationArguments parsed;
+    int status = 0;
+    if (!ParseArguments(arguments, true, &parsed, &status))
+        return status;
+    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
+        return 1;
+    std::error_code error;
+    if (!fs::is_regular_file(parsed.m_Input, error))
+        return HostFail(parsed.m_Input + ": no such file");
+    fs::path modules = fs::current_path(error);
+    if (!std::getenv("VX_REGISTRY") && fs::exists(modules / "registry.ini", error))
+        ::setenv("VX_REGISTRY", (modules / "registry.ini").c_str(), 1);
+    fs::path work = parsed.m_Out + ".vxhost-" + std::to_string(::getpid());
+    fs::remove_all(work, error);
+    fs::create_directories(work, error);
+    fs::create_directory_symlink(modules / "_binlinux", work / "_binlinux", error);
+    if (error || ::chdir(work.c_str()) != 0) {
+        fs::remove_all(work, error);
+        return HostFail(parsed.m_Out + ": could not be written");
+    }
+    // The input keeps its name: the form is chosen by the extension "htm" alone.
+    fs::path input = work / "input.htm";
+    fs::copy_file(parsed.m_Input, input, error);
+    auto bible = HostCreate<IFileArchive>(L"VXBible");
+    if (bible) {
+        bible->put_Filename(Wide(input.string()));
+        bible->Load();
+    }
+    fs::path books = work / "books";
+    fs::create_directories(books, error);
+    const std::string prefix = "C:\\Bible\\";
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(work, error)) {
+        std::string name = entry.path().filename().string();
+        if (name.rfind(prefix, 0) != 0)
+            continue;
+        names.push_back(name.substr(prefix.size()));
+        fs::rename(entry.path(), books / names.back(), error);
+    }
+    bool failed = !bible || names.empty();
+    if (!failed) {
+        fs::remove_all(parsed.m_Out, error);
+        fs::rename(books, parsed.m_Out, error);
+        failed = bool(error);
+    }
+    fs::current_path(modules, error);
+    fs::remove_all(work, error);
+    if (failed)
+        return HostFail(parsed.m_Input + ": no book found in the HTML body");
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names)
+        std::cout << "book file: " << name << '\n';
+    std::cout << "written: " << parsed.m_Out << '\n';
+    return 0;
+}
+
 } // namespace
 
 const std::vector<HostCommand>& BibleTranslationCommands()
@@ -244,6 +308,10 @@ const std::vector<HostCommand>& BibleTranslationCommands()
          "Writes a packed Bible out as a folder of .bbl files with its bible.ini.\n"
          "Example: vxhost bible unpack /tmp/kjv.tBL --out /tmp/kjv",
          &BibleUnpack},
+        {"bible", "from-html", "FILE.htm --out FOLDER [--force]",
+         "Cuts an HTML Bible (anchors for books and chapters, bold verse numbers) into .bbl files.\n"
+         "Example: vxhost bible from-html samples/bible-html/sample.htm --out /tmp/html-bible",
+         &BibleFromHtml},
     };
     return kCommands;
 }
