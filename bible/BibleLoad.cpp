@@ -23,12 +23,6 @@ std::wstring Copy(tagREFString view)
     return view.m_Length > 0 && view.m_Buffer ? std::wstring(view.m_Buffer, size_t(view.m_Length)) : std::wstring();
 }
 
-template <class I> SmartPtr<I> MakeObject(const wchar_t* component)
-{
-    IID iid = I::Iid();
-    return SmartPtr<I>::Adopt(static_cast<I*>(static_cast<void*>(CreateObject(CREFString(component), &iid))));
-}
-
 // A path leads to a file when it opens for reading and is no folder.
 bool LeadsToFile(const std::wstring& path)
 {
@@ -52,6 +46,16 @@ bool IsNamed(tagREFString text, const wchar_t* name)
 
 } // namespace
 
+SmartPtr<IMessageWindow> CVXBible::ShowLoading()
+{
+    auto window = Make<IMessageWindow>(REFLiteral(L"MessageWindow"));
+    SmartPtr<IString> name;
+    get_Name(name.Receive());
+    if (window)
+        window->Show(name);
+    return window;
+}
+
 int32_t CVXBible::Load()
 {
     if (m_HasFile)
@@ -63,15 +67,11 @@ int32_t CVXBible::Load()
     CREFString extension = BibleExtension(m_Filename);
     if (IsNamed(extension, L"tBL")) {
         m_Compressed = 1;
-        auto stream = MakeObject<IFolderStream>(L"FolderStream");
+        auto stream = Make<IFolderStream>(REFLiteral(L"FolderStream"));
         if (!stream)
             return E_FAIL;
         // Up for the length of the load.
-        auto window = MakeObject<IMessageWindow>(L"MessageWindow");
-        SmartPtr<IString> name;
-        get_Name(name.Receive());
-        if (window)
-            window->Show(name);
+        SmartPtr<IMessageWindow> window = ShowLoading();
         if (auto archive = stream.As<IFileArchive>()) {
             archive->put_Filename(m_Filename);
             archive->Load();
@@ -81,12 +81,8 @@ int32_t CVXBible::Load()
         return stream->ReadObject(Text(kObjectName), &target, 0x80000);
     }
     if (IsNamed(extension, L"xml")) {
-        auto window = MakeObject<IMessageWindow>(L"MessageWindow");
-        SmartPtr<IString> name;
-        get_Name(name.Receive());
-        if (window)
-            window->Show(name);
-        auto file = MakeObject<IXMLFile>(L"XMLFile");
+        SmartPtr<IMessageWindow> window = ShowLoading();
+        auto file = Make<IXMLFile>(REFLiteral(L"XMLFile"));
         auto archive = file.As<IFileArchive>();
         if (archive) {
             archive->put_Filename(m_Filename);
@@ -96,7 +92,7 @@ int32_t CVXBible::Load()
         return S_OK;
     }
     if (IsNamed(extension, L"htm")) {
-        auto stream = MakeObject<IXMLStream>(L"XMLStream");
+        auto stream = Make<IXMLStream>(REFLiteral(L"XMLStream"));
         void* text = nullptr;
         unsigned long length = 0;
         if (stream && FileArchiveLoad(CREFString(m_Filename.get()), &text, &length, 1, 0) >= 0) {
@@ -127,7 +123,7 @@ int32_t CVXBible::Load(IString* folder)
     if (!folder)
         return E_FAIL;
     std::wstring base = Copy(CREFString(folder));
-    auto ini = MakeObject<IFileArchive>(L"INIFile");
+    auto ini = Make<IFileArchive>(REFLiteral(L"INIFile"));
     SmartPtr<IParameters> parameters;
     if (ini) {
         ini->put_Filename(Text(base + L"/bible.ini"));
@@ -220,7 +216,7 @@ int32_t CVXBible::ReadXMLParamters(IParameters* parameters)
                 name = value.As<IString>();
             }
         }
-        auto made = MakeObject<IVXBook>(L"VXBook");
+        auto made = Make<IVXBook>(REFLiteral(L"VXBook"));
         if (!made)
             continue;
         Add(name, made, nullptr, 0);

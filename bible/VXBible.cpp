@@ -18,12 +18,6 @@ SmartPtr<IString> ReadText(IFolderStream* folder, const wchar_t* name)
     return SmartPtr<IString>(value.get());
 }
 
-template <class I> SmartPtr<I> MakeObject(const wchar_t* component)
-{
-    IID iid = I::Iid();
-    return SmartPtr<I>::Adopt(static_cast<I*>(static_cast<void*>(CreateObject(CREFString(component), &iid))));
-}
-
 } // namespace
 
 int32_t CreateVXBible(void* outer, IID* iid, void** object)
@@ -96,13 +90,13 @@ CREFString BibleExtension(IString* filename)
 
 int32_t CVXBible::Save()
 {
-    auto window = MakeObject<IMessageWindow>(L"MessageWindow");
+    auto window = Make<IMessageWindow>(REFLiteral(L"MessageWindow"));
     if (window)
         window->Show(m_Translation);
     if (BibleExtension(m_Filename).IsEmpty())
         return E_FAIL;
-    auto stream = MakeObject<IFolderStream>(L"FolderStream");
-    auto info = MakeObject<IFileInfo>(L"FileInfo");
+    auto stream = Make<IFolderStream>(REFLiteral(L"FolderStream"));
+    auto info = Make<IFileInfo>(REFLiteral(L"FileInfo"));
     if (!stream)
         return E_FAIL;
     stream->WriteObject(Key(L"Info"), info, 0);

@@ -65,6 +65,8 @@ public:
     int32_t m_Compressed = 0;
 
 private:
+    // A message window that names the file being read; it stays up while it is held.
+    SmartPtr<IMessageWindow> ShowLoading();
     // A book read from the folder at `path`, named `name`; null if none can be made.
     SmartPtr<IVXBook> FolderBook(IString* path, IString* name);
 };

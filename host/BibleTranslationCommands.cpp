@@ -29,8 +29,18 @@ struct TranslationArguments {
     bool m_Force = false;
 };
 
-// False with the exit status set when the command line is wrong.
-bool ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArguments* parsed, int* status)
+bool RefuseExisting(const std::string& out, bool force)
+{
+    std::error_code error;
+    if (force || !fs::exists(out, error))
+        return false;
+    HostFail(out + ": exists already; add --force to replace it");
+    return true;
+}
+
+// -1 when the command may go on; otherwise the exit status: 2 when the command line is
+// wrong, 1 when --out names something that exists and --force is missing.
+int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArguments* parsed)
 {
     for (size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
@@ -40,8 +50,7 @@ bool ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgume
             parsed->m_Force = true;
         } else if (argument.rfind("--", 0) == 0 || !parsed->m_Input.empty()) {
             std::cerr << "vxhost: unexpected argument \"" << argument << "\"\n";
-            *status = 2;
-            return false;
+            return 2;
         } else {
             parsed->m_Input = HostPath(argument);
         }
@@ -51,10 +60,9 @@ bool ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgume
         missing = "--out PATH";
     if (missing) {
         std::cerr << "vxhost: missing " << missing << "\n";
-        *status = 2;
-        return false;
+        return 2;
     }
-    return true;
+    return wantsOut && RefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
 }
 
 // The translation at `path`, read; empty with a message when it has no books.
@@ -111,20 +119,10 @@ std::string Abbreviation(IVXBook* book)
     return text.substr(open + 2, text.size() - open - 3);
 }
 
-bool RefuseExisting(const std::string& out, bool force)
-{
-    std::error_code error;
-    if (force || !fs::exists(out, error))
-        return false;
-    HostFail(out + ": exists already; add --force to replace it");
-    return true;
-}
-
 int BibleInfo(const Arguments& arguments)
 {
     TranslationArguments parsed;
-    int status = 0;
-    if (!ParseArguments(arguments, false, &parsed, &status))
+    if (int status = ParseArguments(arguments, false, &parsed); status >= 0)
         return status;
     SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
@@ -146,16 +144,13 @@ int BibleInfo(const Arguments& arguments)
 int BiblePack(const Arguments& arguments)
 {
     TranslationArguments parsed;
-    int status = 0;
-    if (!ParseArguments(arguments, true, &parsed, &status))
+    if (int status = ParseArguments(arguments, true, &parsed); status >= 0)
         return status;
     const std::string suffix = ".tBL";
     if (parsed.m_Out.size() <= suffix.size() || parsed.m_Out.compare(parsed.m_Out.size() - 4, 4, suffix) != 0) {
         std::cerr << "vxhost: --out " << parsed.m_Out << ": a packed Bible's name ends in .tBL\n";
         return 2;
     }
-    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
-        return 1;
     SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
         return 1;
@@ -201,11 +196,8 @@ bool WriteFolder(IFileArchive* bible, const std::string& folder)
 int BibleUnpack(const Arguments& arguments)
 {
     TranslationArguments parsed;
-    int status = 0;
-    if (!ParseArguments(arguments, true, &parsed, &status))
+    if (int status = ParseArguments(arguments, true, &parsed); status >= 0)
         return status;
-    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
-        return 1;
     SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
         return 1;
@@ -236,11 +228,8 @@ int BibleUnpack(const Arguments& arguments)
 int BibleFromHtml(const Arguments& arguments)
 {
     TranslationArguments parsed;
-    int status = 0;
-    if (!ParseArguments(arguments, true, &parsed, &status))
+    if (int status = ParseArguments(arguments, true, &parsed); status >= 0)
         return status;
-    if (RefuseExisting(parsed.m_Out, parsed.m_Force))
-        return 1;
     std::error_code error;
     if (!fs::is_regular_file(parsed.m_Input, error))
         return HostFail(parsed.m_Input + ": no such file");
