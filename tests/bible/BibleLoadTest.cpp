@@ -145,6 +145,26 @@ TEST_F(BibleLoadTest, PackedFileHoldsTheWholeText)
     EXPECT_EQ(missing->Load(), S_OK);
 }
 
+TEST_F(BibleLoadTest, InsideAnotherDocumentOnlyTheFileIsKept)
+{
+    auto folder = m_Folder / "Kept";
+    std::filesystem::create_directories(folder);
+    WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
+    auto stream = Create<IFolderStream>(L"FolderStream");
+    {
+        auto bible = OpenBible(folder);
+        ASSERT_EQ(QueryAs<IDataPersist>(bible.get())->Save(stream, 0), S_OK);
+    }
+    SmartPtr<IDataStream> text;
+    EXPECT_LT(stream->OpenFolder(Str(L"BibleText"), 0, text.Receive()), 0);
+    auto loaded = Create<IFileArchive>(L"VXBible");
+    ASSERT_EQ(QueryAs<IDataPersist>(loaded.get())->Load(stream, 0), S_OK);
+    EXPECT_EQ(Books(loaded), L"Jude[K]:1");
+    SmartPtr<IString> name;
+    loaded->get_Filename(name.Receive());
+    EXPECT_EQ(Text(name), folder.wstring());
+}
+
 TEST_F(BibleLoadTest, XMLBibleMakesBooksOfTheBookEntries)
 {
     auto file = m_Folder / "kjv.xml";
