@@ -22,6 +22,7 @@ const std::vector<HostCommand>& SongCommands();
 const std::vector<HostCommand>& DemoCommands();
 const std::vector<HostCommand>& BibleCommands();
 const std::vector<HostCommand>& BibleConvertCommands();
+const std::vector<HostCommand>& BibleTranslationCommands();
 
 // Prints the verses of a song file; the exit status.
 int ShowSongFile(const std::string& file);

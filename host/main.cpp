@@ -17,6 +17,7 @@ std::vector<const std::vector<HostCommand>*> AllCommands()
         &SongCommands(),
         &DemoCommands(),
         &BibleCommands(),
+        &BibleTranslationCommands(),
         &BibleConvertCommands(),
     };
 }

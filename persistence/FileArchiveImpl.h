@@ -275,7 +275,6 @@ protected:
     int32_t m_Property3 = 0;
     int32_t m_Encoding = -1;
 
-private:
     // A new object of a framework component, as I; empty if it can't be had.
     template <class I> static SmartPtr<I> Make(tagREFString component)
     {
@@ -283,6 +282,7 @@ private:
         return SmartPtr<I>::Adopt(static_cast<I*>(static_cast<void*>(CreateObject(component, &iid))));
     }
 
+private:
     SmartPtr<IUnknown> Self() { return QueryAs<IUnknown>(static_cast<Base*>(this)); }
 
     static int32_t Hand(const SmartPtr<IString>& field, IString** out)

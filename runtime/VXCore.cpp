@@ -13,6 +13,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"VXSongVerse"), &CreateVXSongVerse},
     {REFLiteral(L"VXBibleBook"), &CreateVXBibleBook},
     {REFLiteral(L"VXSongConvert"), &CreateVXSongConvert},
+    {REFLiteral(L"VXBible"), &CreateVXBible},
 };
 
 } // namespace

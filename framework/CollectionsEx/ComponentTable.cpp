@@ -39,6 +39,13 @@ const ComponentLocation kComponents[] = {
     {L"InputParameter", L"Collections"},
     {L"InputParameters", L"Collections"},
     {L"CSVStream", L"CollectionsEx"},
+    {L"XMLFile", L"CollectionsEx"},
+    {L"VXBook", L"VXBook"},
+    {L"MessageWindow", L"UI"},
+    {L"UITree", L"UI"},
+    {L"UIVerbCollection", L"UI"},
+    {L"UIManagerCollection", L"UI"},
+    {L"UIUtils", L"UI"},
 };
 
 } // namespace

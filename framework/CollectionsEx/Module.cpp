@@ -12,6 +12,7 @@
 #include "framework/CollectionsEx/Registry.h"
 #include "framework/CollectionsEx/StringTable.h"
 #include "framework/CollectionsEx/TextReference.h"
+#include "framework/CollectionsEx/XMLFile.h"
 #include "framework/CollectionsEx/XMLStream.h"
 #include "runtime/Module.h"
 
@@ -30,6 +31,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"INIFile"), &CObject<CINIFile>::_CreateInstance},
     {REFLiteral(L"ASCIIStream"), &CObject<CASCIIStream>::_CreateInstance},
     {REFLiteral(L"StringTable"), &CObject<CStringTable>::_CreateInstance},
+    {REFLiteral(L"XMLFile"), &CObject<CXMLFile>::_CreateInstance},
     {REFLiteral(L"VXTextReference"), &CTextReference::_CreateInstance},
     {REFLiteral(L"CSVStream"), &CObject<CDataStream>::_CreateInstance},
 };

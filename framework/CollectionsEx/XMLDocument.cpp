@@ -42,6 +42,21 @@ tagREFString CXMLDocument::Text(int32_t node)
     return tagREFString{int32_t(entry.m_Text.size()), entry.m_Text.data()};
 }
 
+tagREFString CXMLDocument::Attributes(int32_t node) const
+{
+    const XMLNode& entry = m_Nodes[size_t(node)];
+    int32_t start = entry.m_NameStart + entry.m_NameLength;
+    int32_t end = entry.m_InnerStart;
+    if (entry.m_Instruction || end <= start)
+        return Slice(start, start);
+    // "<x a>" and "<x a/>": the closing marks belong to the tag, not to its attributes.
+    if (m_Text[size_t(end - 1)] == L'>')
+        --end;
+    if (end > start && m_Text[size_t(end - 1)] == L'/')
+        --end;
+    return Slice(start, end);
+}
+
 bool CXMLDocument::HasName(int32_t node, tagREFString name) const
 {
     tagREFString own = Name(node);

@@ -23,6 +23,8 @@ public:
     // An element with children reads as its raw inner markup, which some readers
     // scan by themselves; any other as its text with references undone.
     tagREFString Text(int32_t node);
+    // What the start tag holds behind the name, as written: the attributes.
+    tagREFString Attributes(int32_t node) const;
 
     // The first entry of that name among `from` and the entries after it; -1 if none.
     int32_t Find(int32_t from, tagREFString name) const;

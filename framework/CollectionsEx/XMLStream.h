@@ -49,6 +49,9 @@ public:
     // IString: what was written, or the text of the element read.
     int32_t GetBuffer(wchar_t** text, int* length) override;
 
+    // The tree of the text read, shared with whoever else reads it; null while writing.
+    std::shared_ptr<CXMLDocument> Document() const { return m_Document; }
+
 private:
     tagREFString OwnText();
     // A new stream over one element of this stream's tree.

@@ -75,3 +75,6 @@ struct IStepEx : IUnknown {
     virtual int32_t Initialize() = 0;
     virtual int32_t Finalize() = 0;
 };
+// Flags of the entries that an XML file's parameters hold for the attributes of an
+// element, ahead of its children, so that a reader can tell the two apart.
+constexpr int PARAMETER_XMLATTRIBUTE = 0x100000;

@@ -159,3 +159,25 @@ struct IClipboard : IUnknown {
     // The clipboard's text: (IID_IString, 0, out).
     virtual int32_t GetData(const IID& iid, int mode, IUnknown** out) = 0;
 };
+
+// The rows of a tree as a person sees them, for a host that shows the tree and
+// clicks in it: the stand-in tree answers it beside IUITree.
+struct IUITreeView : IUnknown {
+    static const IID& Iid() { return IID_IUITreeView; }
+    virtual int32_t get_RowCount(int* count) = 0;
+    // The row's label, its depth (0 at the top) and the item it shows.
+    virtual int32_t get_Row(int row, IString** label, int* depth, IUnknown** node) = 0;
+    // Opens the row, as a click on its box does.
+    virtual int32_t ExpandRow(int row) = 0;
+};
+
+// Codes of a verb's Control and Inquire (IUIVerb, and its IUIPropInterrogate).
+constexpr int UIVERB_CODE = 1;
+constexpr int UIVERB_DISABLED = 4;
+
+// Codes of the stand-in dialogs' IUIPropInterrogate: how every dialog of the process
+// answers (UIDIALOG_OK or UIDIALOG_CANCEL), and how many have been shown.
+constexpr int UIUTILS_ANSWER = 1;
+constexpr int UIUTILS_SHOWN = 2;
+constexpr int UIDIALOG_CANCEL = 0;
+constexpr int UIDIALOG_OK = 1;

@@ -1,0 +1,185 @@
+// A translation as it comes to exist: a folder of book files with or without its
+// bible.ini, a packed file written from it and read back, and an XML Bible.
+#include <string>
+#include <vector>
+
+#include "bible/BookMaker.h"
+
+using namespace vxtest;
+
+namespace {
+
+// A book file whose chapter headings open with `heading`.
+std::string BookFile(const std::string& heading, int chapters)
+{
+    std::string text;
+    for (int c = 1; c <= chapters; ++c)
+        text += heading + " " + std::to_string(c) + "\r\n \r\n1:\tFirst of " + std::to_string(c) +
+                "\r\n2:\tSecond\r\n";
+    return text;
+}
+
+SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
+{
+    auto bible = Create<IFileArchive>(L"VXBible");
+    EXPECT_TRUE(bible);
+    bible->put_Filename(Str(path.wstring()));
+    return bible;
+}
+
+// The books as "name[abbreviation]:chapters", one after the other.
+std::wstring Books(IFileArchive* bible)
+{
+    auto books = QueryAs<INamedCollection>(bible);
+    int count = 0;
+    books->get_Count(&count);
+    std::wstring out;
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        books->get_ItemName(i, name.Receive());
+        SmartPtr<IUnknown> item;
+        books->get_Item(i, item.Receive());
+        auto book = item.As<IVXBook>();
+        // A book is read on first use, which the caller makes.
+        if (auto file = item.As<IFileArchive>())
+            file->Load();
+        int chapters = 0;
+        book->get_ChapterCount(&chapters);
+        SmartPtr<IString> header;
+        book->Header(header.Receive(), 0, 0, 1, nullptr);
+        std::wstring full = Text(header);
+        size_t open = full.find(L'[');
+        out += (i ? L" " : L"") + Text(name) + (open == std::wstring::npos ? L"[]" : full.substr(open)) + L":" +
+               std::to_wstring(chapters);
+    }
+    return out;
+}
+
+class BibleLoadTest : public ModuleTest {
+protected:
+    TempFolder m_Folder;
+};
+
+TEST_F(BibleLoadTest, FolderBooksFollowBibleIni)
+{
+    struct Case {
+        const char* folder;
+        const char* ini; // null: no bible.ini
+        std::vector<std::pair<std::string, std::string>> files; // file name, heading
+        const wchar_t* books;
+    } cases[] = {
+        // No bible.ini: the table's 66 names, and the folder's capitals abbreviate.
+        {"Sample Bible", nullptr, {{"Genesis", "Genesis"}, {"Jude", "Jude"}}, L"Genesis[SB]:2 Jude[SB]:1"},
+        {"lower", nullptr, {{"Jude", "Jude"}}, L"Jude[]:1"},
+        // Three numbered entries: only the first three rows are tried.
+        {"KJV", "[Bible]\r\nAbbreviation=KJV\r\n1=Genesis\r\n2=Exodus\r\n3=Leviticus\r\n",
+         {{"Genesis", "Genesis"}, {"Leviticus", "Leviticus"}, {"Jude", "Jude"}},
+         L"Genesis[KJV]:2 Leviticus[KJV]:2"},
+        // Two entries without an abbreviation give two books; their own names lead to the files.
+        {"DE", "[Bible]\r\n1=Anfang\r\n2=Auszug\r\n", {{"Anfang", "Anfang"}, {"Exodus", "Auszug"}},
+         L"Anfang[DE]:2 Auszug[DE]:2"},
+        // One entry alone means all 66; with no file of its own the table's file is read
+        // under the configured name.
+        {"One", "[Bible]\r\n1=Anfang\r\n", {{"Genesis", "Anfang"}, {"Jude", "Jude"}}, L"Anfang[O]:2 Jude[O]:1"},
+        // Keys in other case, and a folder that is named like a book file.
+        {"Case", "[BIBLE]\r\nabbreviation=CS\r\n", {{"Ruth.bbl/", ""}, {"Jude", "Jude"}}, L"Jude[CS]:1"},
+    };
+    for (const Case& c : cases) {
+        auto folder = m_Folder / c.folder;
+        std::filesystem::create_directories(folder);
+        if (c.ini)
+            WriteBytes(folder / "bible.ini", c.ini);
+        for (const auto& [file, heading] : c.files) {
+            if (file.back() == '/')
+                std::filesystem::create_directories(folder / file);
+            else
+                WriteBytes(folder / (file + ".bbl"), BookFile(heading, file == "Jude" ? 1 : 2));
+        }
+        auto bible = OpenBible(folder);
+        EXPECT_EQ(bible->Load(), S_OK) << c.folder;
+        EXPECT_EQ(Books(bible), c.books) << c.folder;
+    }
+}
+
+TEST_F(BibleLoadTest, LoadsOnceUntilRenamed)
+{
+    auto folder = m_Folder / "Once";
+    std::filesystem::create_directories(folder);
+    WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
+    auto bible = OpenBible(folder);
+    ASSERT_EQ(bible->Load(), S_OK);
+    WriteBytes(folder / "Ruth.bbl", BookFile("Ruth", 2));
+    EXPECT_EQ(bible->Load(), S_OK);
+    EXPECT_EQ(Books(bible), L"Jude[O]:1");
+    bible->put_Filename(Str((folder.wstring() + L"/")));
+    bible->put_Filename(Str(folder.wstring()));
+    ASSERT_EQ(bible->Load(), S_OK);
+    EXPECT_EQ(Books(bible), L"Ruth[O]:2 Jude[O]:1");
+}
+
+TEST_F(BibleLoadTest, PackedFileHoldsTheWholeText)
+{
+    auto folder = m_Folder / "Packed";
+    std::filesystem::create_directories(folder);
+    WriteBytes(folder / "bible.ini", "[Bible]\r\nAbbreviation=PK\r\n");
+    WriteBytes(folder / "Genesis.bbl", BookFile("Genesis", 2));
+    WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
+    {
+        auto bible = OpenBible(folder);
+        ASSERT_EQ(bible->Load(), S_OK);
+        ASSERT_EQ(bible->Save(), S_OK);
+    }
+    // The book files are gone: what is read comes from the packed file alone.
+    std::filesystem::remove_all(folder);
+    auto packed = OpenBible(m_Folder / "Packed.tBL");
+    ASSERT_EQ(packed->Load(), S_OK);
+    EXPECT_EQ(Books(packed), L"Genesis[PK]:2 Jude[PK]:1");
+    SmartPtr<IUnknown> genesis;
+    QueryAs<INamedCollection>(packed.get())->get_Item(0, genesis.Receive());
+    EXPECT_EQ(Verse(genesis.As<IVXBook>(), 1, 0, 1).substr(0, 12), L"1:\tFirst of ");
+
+    auto empty = Create<IFileArchive>(L"VXBible");
+    EXPECT_EQ(empty->Save(), E_FAIL);
+    auto missing = OpenBible(m_Folder / "none.tBL");
+    EXPECT_LT(missing->Load(), 0);
+    EXPECT_EQ(missing->Load(), S_OK);
+}
+
+TEST_F(BibleLoadTest, InsideAnotherDocumentOnlyTheFileIsKept)
+{
+    auto folder = m_Folder / "Kept";
+    std::filesystem::create_directories(folder);
+    WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
+    auto stream = Create<IFolderStream>(L"FolderStream");
+    {
+        auto bible = OpenBible(folder);
+        ASSERT_EQ(QueryAs<IDataPersist>(bible.get())->Save(stream, 0), S_OK);
+    }
+    SmartPtr<IDataStream> text;
+    EXPECT_LT(stream->OpenFolder(Str(L"BibleText"), 0, text.Receive()), 0);
+    auto loaded = Create<IFileArchive>(L"VXBible");
+    ASSERT_EQ(QueryAs<IDataPersist>(loaded.get())->Load(stream, 0), S_OK);
+    EXPECT_EQ(Books(loaded), L"Jude[K]:1");
+    SmartPtr<IString> name;
+    loaded->get_Filename(name.Receive());
+    EXPECT_EQ(Text(name), folder.wstring());
+}
+
+TEST_F(BibleLoadTest, XMLBibleMakesBooksOfTheBookEntries)
+{
+    auto file = m_Folder / "kjv.xml";
+    WriteBytes(file, "<?xml version=\"1.0\"?><Bible>"
+                     "<Book name=\"Ruth\"><Chapter><Verse>Now it came to pass</Verse></Chapter>"
+                     "<Chapter><Verse>And Naomi</Verse></Chapter></Book>"
+                     "<Title>not a book</Title>"
+                     "<Bo name=\"Jude\"><Verse>Jude, the servant</Verse></Bo>"
+                     "</Bible>");
+    auto bible = OpenBible(file);
+    ASSERT_EQ(bible->Load(), S_OK);
+    EXPECT_EQ(Books(bible), L"Ruth[]:2 Jude[]:1");
+    SmartPtr<IUnknown> ruth;
+    QueryAs<INamedCollection>(bible.get())->get_Item(0, ruth.Receive());
+    EXPECT_EQ(Verse(ruth.As<IVXBook>(), 1, 0, 1), L"1:\tAnd Naomi");
+}
+
+} // namespace

@@ -1,0 +1,250 @@
+// The headless user interface: a tree's rows as they open and close, selections
+// and who reports them, menus of verbs, captions, dialogs and message windows.
+#include <string>
+#include <vector>
+
+#include "runtime/Object.h"
+#include "runtime/ObjectInfo.h"
+#include "support/Fixture.h"
+
+using namespace vxtest;
+
+namespace {
+
+// A subscriber that notes every NodeSelect as "action row flags label".
+class CSelectProbe : public CObject<CSelectProbe>, public IObjectInfoImpl<CSelectProbe>, public _IUIContainerEvents {
+public:
+    static constexpr wchar_t kObjectName[] = L"SelectProbe";
+    using Interfaces = QiList<Entry<IObjectInfo>, Entry<_IUIContainerEvents>>;
+
+    int32_t NodeSelect(IUnknown* source, int action, int row, int flags, IUnknown* node) override
+    {
+        std::wstring label = L"?";
+        if (auto named = QueryAs<INamedCollection>(source)) {
+            int index = -1;
+            SmartPtr<IString> name;
+            if (named->get_Index(node, &index) >= 0 && named->get_ItemName(index, name.Receive()) >= 0)
+                label = Text(name);
+        }
+        m_Heard.push_back(std::to_wstring(action) + L" " + std::to_wstring(row) + L" " + std::to_wstring(flags) +
+                          L" " + label);
+        return S_OK;
+    }
+
+    std::vector<std::wstring> m_Heard;
+};
+
+SmartPtr<ISuperCollection> Collection(const std::vector<std::pair<std::wstring, SmartPtr<IUnknown>>>& items)
+{
+    auto collection = Create<ISuperCollection>(L"SuperCollection");
+    for (const auto& [name, item] : items)
+        collection->Add(Str(name), item ? item.get() : Str(name).As<IUnknown>().get(), nullptr, 0);
+    return collection;
+}
+
+class UITest : public ModuleTest {
+protected:
+    void SetUp() override
+    {
+        ModuleTest::SetUp();
+        auto chapter1 = Collection({{L"1:1", nullptr}, {L"1:2", nullptr}});
+        auto chapter2 = Collection({{L"2:1", nullptr}});
+        auto genesis = Collection({{L"1", chapter1.As<IUnknown>()}, {L"2", chapter2.As<IUnknown>()}});
+        m_Root = Collection({{L"Genesis", genesis.As<IUnknown>()}, {L"Jude", nullptr}});
+        m_Tree = Create<IUITree>(L"UITree");
+        ASSERT_TRUE(m_Tree);
+        m_Tree->put_Root(m_Root);
+    }
+
+    // The rows as "label/depth", one after the other.
+    std::wstring Rows()
+    {
+        auto view = m_Tree.As<IUITreeView>();
+        int count = 0;
+        view->get_RowCount(&count);
+        std::wstring out;
+        for (int row = 0; row < count; ++row) {
+            SmartPtr<IString> label;
+            int depth = -1;
+            view->get_Row(row, label.Receive(), &depth, nullptr);
+            out += (row ? L" " : L"") + Text(label) + L"/" + std::to_wstring(depth);
+        }
+        return out;
+    }
+
+    SmartPtr<ISuperCollection> m_Root;
+    SmartPtr<IUITree> m_Tree;
+};
+
+TEST_F(UITest, RowsFollowWhatIsOpen)
+{
+    SmartPtr<IUnknown> genesis;
+    m_Root->get_Item(0, genesis.Receive());
+    struct Step {
+        const char* what;
+        int32_t result;
+        const wchar_t* rows;
+    } steps[] = {
+        {"start", S_OK, L"Genesis/0 Jude/0"},
+        {"expand root 0", S_OK, L"Genesis/0 1/1 2/1 Jude/0"},
+        {"expand genesis 1", S_OK, L"Genesis/0 1/1 2/1 2:1/2 Jude/0"},
+        {"expand row 1", S_OK, L"Genesis/0 1/1 1:1/2 1:2/2 2/1 2:1/2 Jude/0"},
+        // A leaf has no rows to open, and a position past the end names nothing.
+        {"expand root 1", E_FAIL, L"Genesis/0 1/1 1:1/2 1:2/2 2/1 2:1/2 Jude/0"},
+        {"expand root 2", E_INVALIDARG, L"Genesis/0 1/1 1:1/2 1:2/2 2/1 2:1/2 Jude/0"},
+        // The same root again keeps the tree as it is; Reset closes everything.
+        {"same root", S_OK, L"Genesis/0 1/1 1:1/2 1:2/2 2/1 2:1/2 Jude/0"},
+        {"reset", S_OK, L"Genesis/0 Jude/0"},
+        {"expand root 0", S_OK, L"Genesis/0 1/1 2/1 Jude/0"},
+        {"new root", S_OK, L"1/0 2/0"},
+        {"detach", S_OK, L""},
+    };
+    for (const Step& step : steps) {
+        std::string what = step.what;
+        int32_t result = S_OK;
+        if (what.rfind("expand root ", 0) == 0)
+            result = m_Tree->Expand(m_Root, what.back() - '0');
+        else if (what == "expand genesis 1")
+            result = m_Tree->Expand(genesis, 1);
+        else if (what == "expand row 1")
+            result = m_Tree.As<IUITreeView>()->ExpandRow(1);
+        else if (what == "same root")
+            result = m_Tree->put_Root(m_Root);
+        else if (what == "reset")
+            result = m_Tree->Reset();
+        else if (what == "new root")
+            result = m_Tree->put_Root(genesis);
+        else if (what == "detach")
+            result = m_Tree.As<IUINodeContainer>()->Detach();
+        EXPECT_EQ(result, step.result) << what;
+        EXPECT_EQ(Rows(), step.rows) << what;
+    }
+}
+
+TEST_F(UITest, OnlyModeSevenReportsTheSelection)
+{
+    auto probe = SmartPtr<_IUIContainerEvents>::Adopt([] {
+        IID iid = IID__IUIContainerEvents;
+        void* made = nullptr;
+        CObject<CSelectProbe>::_CreateInstance(nullptr, &iid, &made);
+        return static_cast<_IUIContainerEvents*>(made);
+    }());
+    ASSERT_EQ(m_Tree.As<IEventSource>()->Advise(probe, ADVISE_ADD), S_OK);
+    m_Tree->Expand(m_Root, 0);
+    struct Case {
+        int row, mode;
+        int32_t result;
+        int selected;
+        const wchar_t* heard;
+    } cases[] = {
+        {2, 7, S_OK, 2, L"1 2 0 2"},
+        {3, 5, S_OK, 3, L""},
+        {0, 7, S_OK, 0, L"1 0 0 Genesis"},
+        {4, 7, E_INVALIDARG, 0, L""},
+        {-1, 5, E_INVALIDARG, 0, L""},
+    };
+    auto* heard = &static_cast<CSelectProbe*>(probe.get())->m_Heard;
+    for (const Case& c : cases) {
+        heard->clear();
+        EXPECT_EQ(m_Tree->SelectRow(c.row, c.mode), c.result) << c.row;
+        SmartPtr<IUnknown> active;
+        EXPECT_EQ(m_Tree->GetSelection(0, 2, active.Receive()), c.selected) << c.row;
+        EXPECT_TRUE(SameObject(active, m_Root));
+        EXPECT_EQ(heard->empty() ? L"" : heard->front(), std::wstring(c.heard)) << c.row;
+    }
+    m_Tree->Reset();
+    EXPECT_EQ(m_Tree->GetSelection(0, 2, nullptr), -1);
+    // The manager leaves when it lets go of the tree.
+    EXPECT_EQ(m_Tree.As<IEventSource>()->Advise(nullptr, ADVISE_REMOVE), S_OK);
+    EXPECT_EQ(m_Tree.As<IEventSource>()->GetAdviseCount(), 0);
+}
+
+TEST_F(UITest, VerbsKeepCodeAndState)
+{
+    auto verbs = Create<IUIVerbCollection>(L"UIVerbCollection");
+    ASSERT_TRUE(verbs);
+    verbs->Add(-1, Str(L"Edit"), 0, 0, 3, 0);
+    verbs->Add(-1, Str(L"Compress"), 0, 0, 101, 0);
+    verbs->Add(-1, Str(L"UnCompress"), 0, 0, 102, 0);
+    SmartPtr<IUnknown> verb;
+    verbs->get_Item(verbs->get_Index(101), verb.Receive());
+    ASSERT_EQ(verb.As<IUIVerb>()->Control(UIVERB_DISABLED, 1), S_OK);
+    struct Case {
+        int code;
+        int index;
+        const wchar_t* name;
+        int disabled;
+    } cases[] = {{3, 0, L"Edit", 0}, {101, 1, L"Compress", 1}, {102, 2, L"UnCompress", 0}};
+    for (const Case& c : cases) {
+        ASSERT_EQ(verbs->get_Index(c.code), c.index);
+        SmartPtr<IUnknown> item;
+        ASSERT_EQ(verbs->get_Item(c.index, item.Receive()), S_OK);
+        EXPECT_EQ(Text(item), c.name);
+        int disabled = -1, code = -1;
+        item.As<IUIPropInterrogate>()->Inquire(UIVERB_DISABLED, &disabled);
+        item.As<IUIPropInterrogate>()->Inquire(UIVERB_CODE, &code);
+        EXPECT_EQ(disabled, c.disabled) << c.code;
+        EXPECT_EQ(code, c.code);
+    }
+    EXPECT_LT(verbs->get_Index(7), 0);
+    EXPECT_LT(verbs->get_Item(3, verb.Receive()), 0);
+}
+
+TEST_F(UITest, CaptionReadsBack)
+{
+    auto manager = Create<IUIManagerCollection>(L"UIManagerCollection");
+    ASSERT_TRUE(manager);
+    manager->SetCaption(Str(L"John 3:16"), -1, 0);
+    EXPECT_EQ(Text(manager), L"John 3:16");
+    manager->SetCaption(nullptr, -1, 0);
+    EXPECT_EQ(Text(manager), L"");
+}
+
+TEST_F(UITest, DialogsAnswerAsTheHostSays)
+{
+    TempFolder folder;
+    auto utils = Create<IUIUtils>(L"UIUtils");
+    ASSERT_TRUE(utils);
+    auto state = utils.As<IUIPropInterrogate>();
+    int shownBefore = 0;
+    state->Inquire(UIUTILS_SHOWN, &shownBefore);
+    struct Case {
+        int answer;
+        int32_t saved, shown;
+        bool exists;
+    } cases[] = {{UIDIALOG_CANCEL, S_FALSE, S_FALSE, false}, {UIDIALOG_OK, S_OK, S_OK, true}};
+    int round = 0;
+    for (const Case& c : cases) {
+        // The answer holds for every dialog object of the process.
+        ASSERT_EQ(state->Control(UIUTILS_ANSWER, c.answer), S_OK);
+        auto other = Create<IUIUtils>(L"UIUtils");
+        auto file = folder / ("saved" + std::to_string(round++) + ".ini");
+        auto ini = Create<IFileArchive>(L"INIFile");
+        ini->put_Filename(Str(file.wstring()));
+        ini.As<IINIFile>()->put_Section(Str(L"Bible"));
+        ini.As<IParametersCreatable>()->Add(Str(L"1"), Str(L"Genesis"), nullptr, 0);
+        EXPECT_EQ(other->ShowFileArchive(ini, 0, 1, 1, 0, -1, 0), c.saved);
+        EXPECT_EQ(std::filesystem::exists(file), c.exists);
+        SmartPtr<IUnknown> frame;
+        ASSERT_EQ(other->ShowPropertyFrame(nullptr, ini, 3, nullptr, frame.Receive(), 4, 0), S_OK);
+        EXPECT_EQ(frame.As<IUIPropertyFrame>()->Show(1, 2), c.shown);
+    }
+    int shown = 0;
+    state->Inquire(UIUTILS_SHOWN, &shown);
+    EXPECT_EQ(shown - shownBefore, 4);
+    state->Control(UIUTILS_ANSWER, UIDIALOG_CANCEL);
+}
+
+TEST_F(UITest, MessageWindowIsSilentOffATerminal)
+{
+    testing::internal::CaptureStderr();
+    {
+        auto window = Create<IMessageWindow>(L"MessageWindow");
+        ASSERT_TRUE(window);
+        EXPECT_EQ(window->Show(Str(L"Loading KJV")), S_OK);
+        EXPECT_EQ(window->Show(nullptr), S_OK);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+} // namespace
