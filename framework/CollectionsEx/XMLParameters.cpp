@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/CollectionsEx/XMLEscape.h"
+#include "persistence/XMLEscape.h"
 #include "persistence/TagScan.h"
 #include "runtime/Factories.h"
 #include "runtime/ValueConversion.h"

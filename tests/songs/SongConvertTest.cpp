@@ -203,14 +203,13 @@ TEST_F(SongConvertTest, MissingInputGivesAnEmptyBookAndTheListHead)
     EXPECT_EQ(ini.substr(0, 4), std::string("\xFF\xFE[\0", 4));
 }
 
-// Every verse of the sample is in its book's file, under its chapter's heading.
-TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
+using VerseKey = std::tuple<std::wstring, int, int>;
+const std::wregex kVerseLine(L"^(\\d+)\\. .*$");
+
+// The sample long text's verses by book, chapter and verse number, one-based.
+std::map<VerseKey, std::wstring> SampleVerses(const fs::path& sample)
 {
-    const fs::path sample = fs::path(VX_SOURCE_DIR) / "samples/longtext/kjv-jonah-philemon.txt";
-    ASSERT_EQ(Convert(sample), S_OK);
-    using Key = std::tuple<std::wstring, int, int>;
-    std::map<Key, std::wstring> expected, found;
-    std::wregex verse(L"^(\\d+)\\. .*$");
+    std::map<VerseKey, std::wstring> verses;
     std::wregex chapter(L"^(\\d+)$");
     std::wstring book;
     int chapterNumber = 0;
@@ -220,13 +219,27 @@ TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
         size_t end = text.find(L"\r\n", start);
         std::wstring line = text.substr(start, end - start);
         start = end == std::wstring::npos ? text.size() : end + 2;
-        if (std::regex_match(line, match, verse))
-            expected[{book, chapterNumber, std::stoi(match[1])}] = line;
+        if (std::regex_match(line, match, kVerseLine))
+            verses[{book, chapterNumber, std::stoi(match[1])}] = line;
         else if (std::regex_match(line, match, chapter))
             chapterNumber = std::stoi(match[1]);
         else if (!line.empty())
             book = line;
     }
+    return verses;
+}
+
+const fs::path kSample = fs::path(VX_SOURCE_DIR) / "samples/longtext/kjv-jonah-philemon.txt";
+
+// Every verse of the sample is in its book's file, under its chapter's heading.
+TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
+{
+    const fs::path sample = kSample;
+    ASSERT_EQ(Convert(sample), S_OK);
+    std::map<VerseKey, std::wstring> expected = SampleVerses(sample), found;
+    const std::wregex& verse = kVerseLine;
+    std::wsmatch match;
+    int chapterNumber = 0;
     ASSERT_EQ(expected.size(), 73u);
     for (const std::wstring& name : {std::wstring(L"Jonah"), std::wstring(L"Philemon")}) {
         std::wregex heading(L"^" + name + L" (\\d+)$");
@@ -247,6 +260,45 @@ TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
     auto before = Output();
     ASSERT_EQ(Convert(sample), S_OK);
     EXPECT_EQ(Output(), before);
+}
+
+// The converted folder opens as a Bible, and each verse of the input is the verse
+// at its place there.
+TEST_F(SongConvertTest, TheConvertedFolderOpensAsABible)
+{
+    ASSERT_EQ(Convert(kSample), S_OK);
+    auto bible = Create<IFileArchive>(L"VXBible");
+    ASSERT_TRUE(bible);
+    bible->put_Filename(Str(m_Out.wstring()));
+    ASSERT_GE(bible->Load(), 0);
+    auto books = bible.As<INamedCollection>();
+    std::map<std::wstring, SmartPtr<IVXBook>> byName;
+    int count = 0;
+    books->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> item;
+        books->get_ItemName(i, name.Receive());
+        books->get_Item(i, item.Receive());
+        if (auto file = item.As<IFileArchive>())
+            file->Load();
+        byName[Text(name)] = item.As<IVXBook>();
+    }
+    ASSERT_EQ(byName.size(), 2u);
+    int compared = 0;
+    for (const auto& [key, line] : SampleVerses(kSample)) {
+        const auto& [name, chapter, verse] = key;
+        SCOPED_TRACE(Narrow(name + L" " + std::to_wstring(chapter) + L":" + std::to_wstring(verse)));
+        ASSERT_TRUE(byName[name]);
+        SmartPtr<IString> text;
+        ASSERT_GE(byName[name]->get_Verse(chapter - 1, verse - 1, 1, text.Receive()), 0);
+        std::wstring got = Text(text);
+        while (!got.empty() && (got.back() == L'\r' || got.back() == L'\n'))
+            got.pop_back();
+        EXPECT_EQ(got, line);
+        ++compared;
+    }
+    EXPECT_EQ(compared, 73);
 }
 
 // A moniker that counts its binds and resolves to a fixed object once bound.
