@@ -41,7 +41,7 @@ def main():
     if not os.path.exists(psalms):
         subprocess.run([sys.executable, os.path.join(ROOT, "bench", "kjv_book.py"), "Psalms", "Psalms", psalms],
                        check=True)
-    small = os.path.join(ROOT, "samples", "bible", "3john.bbl")
+    small = os.path.join(ROOT, "samples", "bible", "3 John.bbl")
     large_count, small_count = verses(host, psalms), verses(host, small)
     per_verse = []
     for _ in range(rounds):

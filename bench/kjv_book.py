@@ -3,7 +3,7 @@
 read through diatheke: a heading line per chapter ("Ruth 2"), then one line per verse
 ("3:<tab>text"), in UTF-16 with a byte order mark, as the module writes its books.
 
-usage: kjv_book.py BOOK NAME_IN_TEXT OUT.bbl     e.g. kjv_book.py "3 John" "3 John" 3john.bbl
+usage: kjv_book.py BOOK NAME_IN_TEXT OUT.bbl     e.g. kjv_book.py "3 John" "3 John" "3 John.bbl"
 """
 import re
 import subprocess

@@ -87,7 +87,7 @@ namespace {
 
 TEST_F(BibleBookStore, NamesAreProperties)
 {
-    auto book = LoadBookFile(SamplePath("bible/jonah.bbl"), L"Jonah");
+    auto book = LoadBookFile(SamplePath("bible/Jonah.bbl"), L"Jonah");
     ASSERT_TRUE(book);
     auto properties = book.As<IUIPropInterrogateEx>();
     int count = 0;

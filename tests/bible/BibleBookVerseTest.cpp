@@ -11,8 +11,8 @@ class BibleBookVerse : public ModuleTest {};
 
 TEST_F(BibleBookVerse, SingleVersesAndRangesOfTheSamples)
 {
-    const std::string jonah = SamplePath("bible/jonah.bbl");
-    const std::string jude = SamplePath("bible/jude.bbl");
+    const std::string jonah = SamplePath("bible/Jonah.bbl");
+    const std::string jude = SamplePath("bible/Jude.bbl");
     auto chaptered = LoadBookFile(jonah, L"Jonah");
     auto flat = LoadBookFile(jude, L"Jude");
     ASSERT_TRUE(chaptered && flat);
@@ -84,7 +84,7 @@ TEST_F(BibleBookVerse, NumbersThatTheFileSkipsOrRepeats)
 
 TEST_F(BibleBookVerse, PassagesKnowWhatWasAskedFor)
 {
-    auto book = LoadBookFile(SamplePath("bible/ruth.bbl"), L"Ruth");
+    auto book = LoadBookFile(SamplePath("bible/Ruth.bbl"), L"Ruth");
     ASSERT_TRUE(book);
     SmartPtr<IString> passage, single, again;
     ASSERT_EQ(book->get_Verse(2, 3, BIBLE_VERSES_TO_END, passage.Receive()), S_OK);

@@ -15,17 +15,17 @@ TEST(BibleHost, PrintsPassagesAndIndexes)
         std::string arguments;
         std::string out;
     } cases[] = {
-        {"verses " + SamplePath("bible/jonah.bbl") + " 2:9-10",
+        {"verses " + SamplePath("bible/Jonah.bbl") + " 2:9-10",
          "Jonah 2:9-10\n"
          "9:\tBut I will sacrifice unto thee with the voice of thanksgiving; I will pay that that I have vowed. "
          "Salvation is of the LORD.\n"
          "10:\tAnd the LORD spake unto the fish, and it vomited out Jonah upon the dry land.\n"},
-        {"verses " + SamplePath("bible/3john.bbl") + " 1:4",
+        {"verses '" + SamplePath("bible/3 John.bbl") + "' 1:4",
          "3 John 4\n4:\tI have no greater joy than to hear that my children walk in truth.\n"},
-        {"index " + SamplePath("bible/ruth.bbl"),
+        {"index " + SamplePath("bible/Ruth.bbl"),
          "book: Ruth\nchapters: 4\nchapter 1: 22 verses\nchapter 2: 23 verses\nchapter 3: 18 verses\n"
          "chapter 4: 22 verses\nverses: 85\n"},
-        {"index " + SamplePath("bible/philemon.bbl"), "book: Philemon\nchapters: 1\nchapter 1: 25 verses\nverses: 25\n"},
+        {"index " + SamplePath("bible/Philemon.bbl"), "book: Philemon\nchapters: 1\nchapter 1: 25 verses\nverses: 25\n"},
     };
     for (const auto& c : cases) {
         auto result = RunHost("bible " + c.arguments);
@@ -33,7 +33,7 @@ TEST(BibleHost, PrintsPassagesAndIndexes)
         EXPECT_EQ(result.out, c.out) << c.arguments;
     }
     // A whole chapter: its header, then every verse.
-    auto chapter = RunHost("bible verses " + SamplePath("bible/jonah.bbl") + " 3");
+    auto chapter = RunHost("bible verses " + SamplePath("bible/Jonah.bbl") + " 3");
     EXPECT_EQ(chapter.out.rfind("Jonah 3\n1:\tAnd the word of the LORD came unto Jonah the second time,", 0), 0u);
     EXPECT_NE(chapter.out.find("\n10:\tAnd God saw their works"), std::string::npos);
     EXPECT_EQ(chapter.out.find("\n11:"), std::string::npos);
@@ -45,7 +45,7 @@ TEST(BibleHost, FailuresAreClear)
     vxtest::WriteBytes(folder / "empty.bbl", "");
     vxtest::WriteBytes(folder / "notes.bbl", "Shopping 1\nmilk\n");
     vxtest::WriteBytes(folder / "binary.bbl", std::string("\x00\x01\x02\xff\xfe", 5));
-    const std::string jonah = SamplePath("bible/jonah.bbl");
+    const std::string jonah = SamplePath("bible/Jonah.bbl");
     struct Case {
         std::string arguments;
         int status;

@@ -14,9 +14,11 @@ namespace {
 using vxtest::RunHost;
 using vxtest::SamplePath;
 
-const char kSampleInfo[] = "books: 3\n"
-                           "book: Genesis, chapters: 2\n"
-                           "book: Ruth, chapters: 1\n"
+const char kSampleInfo[] = "books: 5\n"
+                           "book: Ruth, chapters: 4\n"
+                           "book: Jonah, chapters: 4\n"
+                           "book: Philemon, chapters: 1\n"
+                           "book: 3 John, chapters: 1\n"
                            "book: Jude, chapters: 1\n"
                            "abbreviation: KJV\n";
 
