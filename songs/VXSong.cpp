@@ -18,12 +18,6 @@ CVXSong::CVXSong()
     m_Attributes = attributes.As<IParameters>();
 }
 
-int32_t CVXSong::Arrange(int, int)
-{
-    // Arranging lines to limits belongs to the song's layout, which this build lacks.
-    return E_NOTIMPL;
-}
-
 int32_t CVXSong::get_AttributeByName(IString* name, IString** value)
 {
     if (!m_Attributes)
@@ -125,14 +119,6 @@ int32_t CVXSong::Header(IString**, int, int, int, IUnknown*)
 }
 
 int32_t CVXSong::Footer(IString**, int, int, int, IUnknown*) { return E_NOTIMPL; }
-
-int32_t CVXSong::Find(IString*, int, IUnknown** result)
-{
-    // No search yet: E_FAIL means "nothing found" to every caller.
-    if (result)
-        *result = nullptr;
-    return E_FAIL;
-}
 
 int32_t CVXSong::GetPages(int, INamedCollection**, IUnknown**) { return E_NOTIMPL; }
 
