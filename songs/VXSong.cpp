@@ -112,14 +112,6 @@ int32_t CVXSong::get_Verse(int, int verse, int, IString** out)
     return result < 0 ? E_FAIL : S_OK;
 }
 
-int32_t CVXSong::Header(IString**, int, int, int, IUnknown*)
-{
-    // Headers and footers are built by the song's layout, which this build lacks.
-    return E_NOTIMPL;
-}
-
-int32_t CVXSong::Footer(IString**, int, int, int, IUnknown*) { return E_NOTIMPL; }
-
 int32_t CVXSong::GetPages(int, INamedCollection**, IUnknown**) { return E_NOTIMPL; }
 
 int32_t CVXSong::Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int) { return E_NOTIMPL; }
