@@ -8,6 +8,7 @@
 #include "host/HostOptions.h"
 #include "host/HostSong.h"
 #include "host/HostSongLibrary.h"
+#include "host/HostText.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
@@ -202,6 +203,59 @@ int SongArrange(const Arguments& arguments)
     return Write(song.get(), options.m_Out, options.m_Force);
 }
 
+// A band of a slide as its line of output; nothing when the verse shows none.
+void PrintBand(const char* label, int32_t result, IString* text)
+{
+    if (result >= 0)
+        std::cout << label << ": " << ToUtf8(text) << '\n';
+}
+
+int SongSlides(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 1, 1, "slides", &options, &status, {}, {"--all-bands"}))
+        return status;
+    const bool allBands = options.m_Own.count("--all-bands") > 0;
+    HostSong song;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    auto book = QueryAs<IVXBook>(song.get());
+    auto verses = QueryAs<ISuperCollection>(song.get());
+    int count = 0;
+    book->get_VerseCount(0, &count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IUnknown> verse;
+        SmartPtr<IString> header, footer, text;
+        verses->get_Item(i, verse.Receive());
+        // A song file keeps no switches: an operator sets them for a show.
+        if (auto switches = QueryAs<IVXSongVerse>(verse.get()); switches && allBands)
+            for (auto [code, value] : {std::pair{VERSE_SHOWTITLE, 1}, {VERSE_SHOWVERSENAME, 1},
+                                       {VERSE_HEADERDISPLAY, DISPLAY_ALL}, {VERSE_SHOWFOOTTITLE, 1},
+                                       {VERSE_SHOWAUTHOR, 1}, {VERSE_SHOWCCLI, 1}, {VERSE_FOOTERDISPLAY, DISPLAY_ALL}})
+                switches->Control(code, value);
+        int32_t headerResult = book->Header(header.Receive(), 0, i, 1, verse);
+        int32_t footerResult = book->Footer(footer.Receive(), 0, i, 1, verse);
+        book->get_Verse(0, i, 1, text.Receive());
+        std::cout << (i ? "\n" : "") << "slide " << i + 1 << '\n';
+        PrintBand("header", headerResult, header);
+        std::string body = ToUtf8(text.get());
+        size_t start = 0;
+        while (start <= body.size()) {
+            size_t end = body.find('\n', start);
+            std::string line = body.substr(start, end == std::string::npos ? std::string::npos : end - start);
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back();
+            std::cout << "text: " << line << '\n';
+            if (end == std::string::npos)
+                break;
+            start = end + 1;
+        }
+        PrintBand("footer", footerResult, footer);
+    }
+    return 0;
+}
+
 int SongFind(const Arguments& arguments)
 {
     HostOptions options;
@@ -265,6 +319,11 @@ const std::vector<HostCommand>& SongCommands()
          "never joined. Prints the plain text, or saves a song file with --out. Example: vxhost song arrange "
          "hymn.sng --lines 4 --chars 30",
          &SongArrange},
+        {"song", "slides", "FILE [--all-bands]",
+         "Prints each verse as it goes on the screen: header, text lines, footer, by the verse's own switches "
+         "and the registry's CCLI licence; a band the verse does not show is left out. --all-bands turns every switch on. Example: vxhost song "
+         "slides amazing-grace.sng",
+         &SongSlides},
         {"song", "find", "FOLDER QUERY... [--count]",
          "Searches every song (.sng, .txt) under a folder as a song list does and prints the matching files; "
          "QUERY is verse text, #CCLI-number or field=value (auth, cat, comm, key, title...). --count prints "
