@@ -1,5 +1,7 @@
 #include "songs/VXSong.h"
 
+#include <utility>
+
 #include "persistence/TextLine.h"
 #include "runtime/Factories.h"
 #include "runtime/Module.h"
@@ -112,7 +114,27 @@ int32_t CVXSong::get_Verse(int, int verse, int, IString** out)
     return result < 0 ? E_FAIL : S_OK;
 }
 
-int32_t CVXSong::GetPages(int, INamedCollection**, IUnknown**) { return E_NOTIMPL; }
+int32_t CVXSong::GetPages(int, INamedCollection** pages, IUnknown**)
+{
+    if (!pages)
+        return E_POINTER;
+    *pages = nullptr;
+    auto list = SmartPtr<ISuperCollection>::Adopt(CREFString::CreateCollection());
+    // The pages show the song's content: it is read now if it was not yet.
+    if (m_HasFile == 0)
+        Load();
+    m_HasFile = 2;
+    const std::pair<const wchar_t*, const wchar_t*> kPages[] = {{L"Song", L"VXVisualText"},
+                                                                {L"Text", L"VXTextPropPage"},
+                                                                {L"Attributes", L"UIParametersPropPage"},
+                                                                {L"", L"UIFileArchivePropPage"}};
+    if (!list)
+        return S_OK;
+    for (auto [name, component] : kPages)
+        list->Add(SmartPtr<IString>::Adopt(ISCreate(name)), SmartPtr<IString>::Adopt(ISCreate(component)), nullptr, 0);
+    *pages = list.As<INamedCollection>().Detach();
+    return S_OK;
+}
 
 int32_t CVXSong::Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int) { return E_NOTIMPL; }
 

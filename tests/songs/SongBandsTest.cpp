@@ -148,3 +148,36 @@ TEST_F(SongBands, FooterPartsAndTheLicence)
 }
 
 } // namespace
+
+namespace {
+
+using namespace vxtest;
+
+class SongPages : public SongTest {};
+
+TEST_F(SongPages, FourPagesAndTheSongRead)
+{
+    TempFolder folder;
+    WriteBytes(folder / "hymn.txt", "Be thou my vision\n");
+    auto song = NewSong();
+    song.As<IFileArchive>()->put_Filename(Str((folder / "hymn.txt").wstring()));
+    SmartPtr<INamedCollection> pages;
+    ASSERT_EQ(song.As<IUIPropertyPageSpecify>()->GetPages(0, pages.Receive(), nullptr), S_OK);
+    ASSERT_TRUE(pages);
+    std::vector<std::wstring> listed;
+    int count = 0;
+    pages->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> component;
+        pages->get_ItemName(i, name.Receive());
+        pages->get_Item(i, component.Receive());
+        listed.push_back(Text(name) + L"=" + Text(component));
+    }
+    EXPECT_EQ(listed, (std::vector<std::wstring>{L"Song=VXVisualText", L"Text=VXTextPropPage",
+                                                 L"Attributes=UIParametersPropPage", L"=UIFileArchivePropPage"}));
+    EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"Be thou my vision"});
+    EXPECT_EQ(ArchiveFlag(song, ARCHIVE_HASFILE), 2);
+}
+
+} // namespace
