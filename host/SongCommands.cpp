@@ -1,4 +1,5 @@
 // vxhost song ...: songs as an operator prepares them for a service.
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 
@@ -6,16 +7,18 @@
 #include "host/HostEnvironment.h"
 #include "host/HostOptions.h"
 #include "host/HostSong.h"
+#include "host/HostSongLibrary.h"
+#include "host/HostText.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
 
 // Parses the options and wants between least and most positional arguments.
 bool Parse(const Arguments& arguments, size_t least, size_t most, const char* usage, HostOptions* options,
-           int* status)
+           int* status, const Arguments& valued = {}, const Arguments& flags = {})
 {
     std::string error;
-    if (!HostParseOptions(arguments, options, &error)) {
+    if (!HostParseOptions(arguments, options, &error, valued, flags)) {
         *status = HostBadUsage(error + "; see vxhost song " + usage + " --help");
         return false;
     }
@@ -155,6 +158,129 @@ int SongSet(const Arguments& arguments)
     return Write(song.get(), options.m_Out, options.m_Force);
 }
 
+// The whole number of a limit option, from least to most; false with the exit status set.
+bool Limit(const HostOptions& options, const std::string& name, int least, int most, int* value, int* status)
+{
+    auto found = options.m_Own.find(name);
+    if (found == options.m_Own.end()) {
+        *status = HostBadUsage("song arrange needs " + name + "; see vxhost song arrange --help");
+        return false;
+    }
+    const std::string& text = found->second;
+    size_t used = 0;
+    long number = -1;
+    try {
+        number = std::stol(text, &used);
+    } catch (...) {
+        used = 0;
+    }
+    if (used != text.size() || used == 0 || number < least || number > most) {
+        *status = HostBadUsage(name + " must be a whole number from " + std::to_string(least) + " to " +
+                               std::to_string(most) + ", not \"" + text + "\"");
+        return false;
+    }
+    *value = int(number);
+    return true;
+}
+
+int SongArrange(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    int lines = 0;
+    int chars = 0;
+    if (!Parse(arguments, 1, 1, "arrange", &options, &status, {"--lines", "--chars"}) ||
+        !Limit(options, "--lines", 0, 100000, &lines, &status) || !Limit(options, "--chars", 1, 100000, &chars, &status))
+        return status;
+    HostSong song;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    song.get()->Arrange(lines, chars);
+    if (options.m_Out.empty()) {
+        std::cout << HostPlainText(song.get());
+        return 0;
+    }
+    return Write(song.get(), options.m_Out, options.m_Force);
+}
+
+// A band of a slide as its line of output; nothing when the verse shows none.
+void PrintBand(const char* label, int32_t result, IString* text)
+{
+    if (result >= 0)
+        std::cout << label << ": " << ToUtf8(text) << '\n';
+}
+
+int SongSlides(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 1, 1, "slides", &options, &status, {}, {"--all-bands"}))
+        return status;
+    const bool allBands = options.m_Own.count("--all-bands") > 0;
+    HostSong song;
+    if (!Open(options.m_Positional[0], song, &status))
+        return status;
+    auto book = QueryAs<IVXBook>(song.get());
+    auto verses = QueryAs<ISuperCollection>(song.get());
+    int count = 0;
+    book->get_VerseCount(0, &count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IUnknown> verse;
+        SmartPtr<IString> header, footer, text;
+        verses->get_Item(i, verse.Receive());
+        // A song file keeps no switches: an operator sets them for a show.
+        if (auto switches = QueryAs<IVXSongVerse>(verse.get()); switches && allBands)
+            for (auto [code, value] : {std::pair{VERSE_SHOWTITLE, 1}, {VERSE_SHOWVERSENAME, 1},
+                                       {VERSE_HEADERDISPLAY, DISPLAY_ALL}, {VERSE_SHOWFOOTTITLE, 1},
+                                       {VERSE_SHOWAUTHOR, 1}, {VERSE_SHOWCCLI, 1}, {VERSE_FOOTERDISPLAY, DISPLAY_ALL}})
+                switches->Control(code, value);
+        int32_t headerResult = book->Header(header.Receive(), 0, i, 1, verse);
+        int32_t footerResult = book->Footer(footer.Receive(), 0, i, 1, verse);
+        book->get_Verse(0, i, 1, text.Receive());
+        std::cout << (i ? "\n" : "") << "slide " << i + 1 << '\n';
+        PrintBand("header", headerResult, header);
+        std::string body = ToUtf8(text.get());
+        size_t start = 0;
+        while (start <= body.size()) {
+            size_t end = body.find('\n', start);
+            std::string line = body.substr(start, end == std::string::npos ? std::string::npos : end - start);
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back();
+            std::cout << "text: " << line << '\n';
+            if (end == std::string::npos)
+                break;
+            start = end + 1;
+        }
+        PrintBand("footer", footerResult, footer);
+    }
+    return 0;
+}
+
+int SongFind(const Arguments& arguments)
+{
+    HostOptions options;
+    int status = 0;
+    if (!Parse(arguments, 2, size_t(-1), "find", &options, &status, {}, {"--count"}))
+        return status;
+    // The words of the query stand as one text, parted by single blanks.
+    std::string query;
+    for (size_t i = 1; i < options.m_Positional.size(); ++i)
+        query += (i > 1 ? " " : "") + options.m_Positional[i];
+    const std::string& folder = options.m_Positional[0];
+    std::vector<std::string> files;
+    std::string error;
+    if (!HostSongFiles(HostPath(folder), &files, &error))
+        return HostFail(error);
+    std::vector<std::string> found = HostFindSongs(HostPath(folder), files, query);
+    if (options.m_Own.count("--count"))
+        std::cout << found.size() << '\n';
+    else
+        for (const std::string& file : found)
+            std::cout << (std::filesystem::path(folder) / file).string() << '\n';
+    // As grep does: nothing found is a failed search.
+    return found.empty() ? 1 : 0;
+}
+
 } // namespace
 
 int ShowSongFile(const std::string& file)
@@ -188,6 +314,21 @@ const std::vector<HostCommand>& SongCommands()
          "Sets attributes of a song and saves it (to FILE itself unless --out names another). Example: vxhost "
          "song set hymn.sng author=\"John Newton\"",
          &SongSet},
+        {"song", "arrange", "FILE --lines N --chars M [--out FILE] [--force]",
+         "Breaks a song anew: at most M characters a line and N lines a verse (0: no limit on lines); a line is cut, "
+         "never joined. Prints the plain text, or saves a song file with --out. Example: vxhost song arrange "
+         "hymn.sng --lines 4 --chars 30",
+         &SongArrange},
+        {"song", "slides", "FILE [--all-bands]",
+         "Prints each verse as it goes on the screen: header, text lines, footer, by the verse's own switches "
+         "and the registry's CCLI licence; a band the verse does not show is left out. --all-bands turns every switch on. Example: vxhost song "
+         "slides amazing-grace.sng",
+         &SongSlides},
+        {"song", "find", "FOLDER QUERY... [--count]",
+         "Searches every song (.sng, .txt) under a folder as a song list does and prints the matching files; "
+         "QUERY is verse text, #CCLI-number or field=value (auth, cat, comm, key, title...). --count prints "
+         "the number only. Example: vxhost song find hymns/ author=Newton",
+         &SongFind},
     };
     return kCommands;
 }

@@ -1,5 +1,7 @@
 #include "songs/VXSong.h"
 
+#include <utility>
+
 #include "persistence/TextLine.h"
 #include "runtime/Factories.h"
 #include "runtime/Module.h"
@@ -16,12 +18,6 @@ CVXSong::CVXSong()
     m_Filter.Attach(ISCreate(L"Song files (*.sng)|*.sng;|Text files (*.txt)|*.txt;||"));
     auto attributes = SmartPtr<IParametersCreatable>::Adopt(BASEObject::CreateParameters());
     m_Attributes = attributes.As<IParameters>();
-}
-
-int32_t CVXSong::Arrange(int, int)
-{
-    // Arranging lines to limits belongs to the song's layout, which this build lacks.
-    return E_NOTIMPL;
 }
 
 int32_t CVXSong::get_AttributeByName(IString* name, IString** value)
@@ -118,23 +114,27 @@ int32_t CVXSong::get_Verse(int, int verse, int, IString** out)
     return result < 0 ? E_FAIL : S_OK;
 }
 
-int32_t CVXSong::Header(IString**, int, int, int, IUnknown*)
+int32_t CVXSong::GetPages(int, INamedCollection** pages, IUnknown**)
 {
-    // Headers and footers are built by the song's layout, which this build lacks.
-    return E_NOTIMPL;
+    if (!pages)
+        return E_POINTER;
+    *pages = nullptr;
+    auto list = SmartPtr<ISuperCollection>::Adopt(CREFString::CreateCollection());
+    // The pages show the song's content: it is read now if it was not yet.
+    if (m_HasFile == 0)
+        Load();
+    m_HasFile = 2;
+    const std::pair<const wchar_t*, const wchar_t*> kPages[] = {{L"Song", L"VXVisualText"},
+                                                                {L"Text", L"VXTextPropPage"},
+                                                                {L"Attributes", L"UIParametersPropPage"},
+                                                                {L"", L"UIFileArchivePropPage"}};
+    if (!list)
+        return S_OK;
+    for (auto [name, component] : kPages)
+        list->Add(SmartPtr<IString>::Adopt(ISCreate(name)), SmartPtr<IString>::Adopt(ISCreate(component)), nullptr, 0);
+    *pages = list.As<INamedCollection>().Detach();
+    return S_OK;
 }
-
-int32_t CVXSong::Footer(IString**, int, int, int, IUnknown*) { return E_NOTIMPL; }
-
-int32_t CVXSong::Find(IString*, int, IUnknown** result)
-{
-    // No search yet: E_FAIL means "nothing found" to every caller.
-    if (result)
-        *result = nullptr;
-    return E_FAIL;
-}
-
-int32_t CVXSong::GetPages(int, INamedCollection**, IUnknown**) { return E_NOTIMPL; }
 
 int32_t CVXSong::Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int) { return E_NOTIMPL; }
 

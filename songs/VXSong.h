@@ -9,6 +9,11 @@
 #include "runtime/ResourceLock.h"
 #include "runtime/VXCore.h"
 
+// The limits last chosen for Arrange, characters a line and lines a verse; kept
+// for the life of the process.
+extern int gArrangeMAXChars;
+extern int gArrangeMAXLines;
+
 class CVXSong : public CObject<CVXSong>,
                 public IObjectInfoImpl<CVXSong>,
                 public IVXSong,

@@ -5,6 +5,8 @@
 
 // A verse count that reaches through the end of the chapter.
 constexpr int BIBLE_VERSES_TO_END = 5000;
+// Header asks for the short form with this chapter.
+constexpr int HEADER_SHORT = -2;
 
 struct IVXBook : IUnknown {
     static const IID& Iid() { return IID_IVXBook; }

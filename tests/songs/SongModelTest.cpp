@@ -38,7 +38,7 @@ TEST_F(SongModel, AnswersEveryFaceAndForwardsTheAttributes)
     EXPECT_NE(SmartPtr<IUnknown>(attributes.As<IUnknown>()).get(), song.As<IUnknown>().get());
     attributes.As<IParametersCreatable>()->Add(Str(L"Key"), Str(L"G"), nullptr, 0);
     EXPECT_NE(SongText(song, SONGTEXT_HEADER).find(L"<Key>G</Key>\r\n"), std::wstring::npos);
-    // No search yet: "nothing found".
+    // A song without verses finds nothing.
     SmartPtr<IUnknown> found;
     EXPECT_EQ(song.As<IVXSearch>()->Find(Str(L"x"), 0, found.Receive()), E_FAIL);
     SmartPtr<IUnknown> parent;

@@ -1,0 +1,183 @@
+// Header and Footer: the bands above and below a verse, by the verse's switches,
+// its display rules, and the licence in the installation's registry.
+#include "songs/SongSupport.h"
+#include "support/ScopedRegistry.h"
+
+namespace {
+
+using namespace vxtest;
+
+class SongBands : public SongTest {
+protected:
+    // Three verses, the middle one a chorus, with the given attributes.
+    SmartPtr<IVXSong> Song(const Attributes& attributes)
+    {
+        auto song = NewSong();
+        SetText(song, L"<verses><verse>Amazing grace</verse><verse id=\"My Chorus\">How sweet</verse>"
+                      L"<verse>I once was lost</verse></verses>");
+        for (const auto& [name, value] : attributes)
+            song.As<IParameters>().As<IParametersCreatable>()->Add(Str(name), Str(value), nullptr, 0);
+        return song;
+    }
+    static SmartPtr<IVXSongVerse> Verse(IVXSong* song, int index, std::initializer_list<std::pair<int, int>> switches)
+    {
+        SmartPtr<IUnknown> item;
+        QueryAs<ISuperCollection>(song)->get_Item(index, item.Receive());
+        auto verse = QueryAs<IVXSongVerse>(item.get());
+        for (auto [code, value] : switches)
+            verse->Control(code, value);
+        return verse;
+    }
+    // The band's text, or "E_FAIL".
+    static std::wstring Band(IVXSong* song, bool header, int chapter, int verse, IUnknown* object)
+    {
+        SmartPtr<IString> out;
+        auto book = QueryAs<IVXBook>(song);
+        int32_t result = header ? book->Header(out.Receive(), chapter, verse, 1, object)
+                                : book->Footer(out.Receive(), chapter, verse, 1, object);
+        if (result == E_FAIL) {
+            EXPECT_FALSE(out);
+            return L"E_FAIL";
+        }
+        EXPECT_EQ(result, S_OK);
+        return Text(out);
+    }
+    const Attributes m_Grace = {{L"Title", L"Amazing Grace"}, {L"Author", L"John Newton"},
+                                {L"Copyright", L"Public Domain"}};
+};
+
+TEST_F(SongBands, DisplayRulesOnFirstMiddleAndLastVerse)
+{
+    TempFolder folder;
+    WriteBytes(folder / "registry.ini", "[Vexilon]\nCCLI=1234567\n");
+    ScopedRegistry registry(folder / "registry.ini");
+    auto song = Song(m_Grace);
+    const std::wstring heads[] = {L"Amazing Grace: Verse1", L"Amazing Grace: MyChorus", L"Amazing Grace: Verse3"};
+    const std::wstring foot = L"CCLI# 1234567; Amazing Grace; John Newton; Public Domain";
+    const bool shownAt[4][3] = {{false, false, false}, {true, false, false}, {false, false, true}, {true, true, true}};
+    for (int display : {DISPLAY_NEVER, DISPLAY_FIRST, DISPLAY_LAST, DISPLAY_ALL}) {
+        for (int i = 0; i < 3; ++i) {
+            auto verse = Verse(song, i,
+                               {{VERSE_SHOWTITLE, 1}, {VERSE_SHOWVERSENAME, 1}, {VERSE_HEADERDISPLAY, display},
+                                {VERSE_SHOWCCLI, 1}, {VERSE_SHOWFOOTTITLE, 1}, {VERSE_SHOWAUTHOR, 1},
+                                {VERSE_FOOTERDISPLAY, display}});
+            bool shown = shownAt[display][i];
+            EXPECT_EQ(Band(song, true, 0, i, verse), shown ? heads[i] : L"E_FAIL") << display << " " << i;
+            EXPECT_EQ(Band(song, false, 0, i, verse), shown ? foot : L"E_FAIL") << display << " " << i;
+        }
+    }
+}
+
+TEST_F(SongBands, HeaderParts)
+{
+    TempFolder folder;
+    const auto file = folder / "how-great-thou-art.sng";
+    struct Case {
+        const char* what;
+        Attributes attributes;
+        int chapter, verse;
+        std::initializer_list<std::pair<int, int>> switches; // none: no verse is shown
+        std::wstring expected;
+    } cases[] = {
+        {"no verse and no index: the title alone", m_Grace, 0, -1, {}, L"Amazing Grace"},
+        {"no verse: title and name", m_Grace, 0, 1, {}, L"Amazing Grace: MyChorus"},
+        {"no title: the file's name", {}, 0, 0, {}, L"how-great-thou-art: Verse1"},
+        {"a title of blanks: the file's name", {{L"title", L" \t "}}, 0, -1, {}, L"how-great-thou-art"},
+        {"leading blanks of a title stay", {{L"Title", L"  Grace"}}, 0, -1, {}, L"  Grace"},
+        {"short form: eleven letters", {{L"Title", L"Abcdefghijklmnopqrst"}}, HEADER_SHORT, -1, {}, L"Abcdefghijk"},
+        {"short form drops blanks and punctuation", {{L"Title", L"It's: Well, my soul!"}}, HEADER_SHORT, -1, {},
+         L"ItsWellmyso"},
+        {"a separator though the short form kept nothing", {{L"Title", L"!!!"}}, HEADER_SHORT, 2, {}, L": Verse3"},
+        {"name alone, without its blank",
+         m_Grace,
+         0,
+         1,
+         {{VERSE_SHOWVERSENAME, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}},
+         L"MyChorus"},
+        {"title alone", m_Grace, 0, 1, {{VERSE_SHOWTITLE, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L"Amazing Grace"},
+        {"neither: an empty header", m_Grace, 0, 1, {{VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L""},
+        {"a new verse has no header", m_Grace, 0, 0, {{VERSE_SHOWTITLE, 0}}, L"E_FAIL"},
+        {"no name where the index is past the end", m_Grace, 0, 7, {}, L"Amazing Grace"},
+    };
+    for (const Case& c : cases) {
+        auto song = Song(c.attributes);
+        song.As<IFileArchive>()->put_Filename(Str(file.wstring()));
+        SmartPtr<IVXSongVerse> verse;
+        if (c.switches.size())
+            verse = Verse(song, 1, c.switches);
+        EXPECT_EQ(Band(song, true, c.chapter, c.verse, verse), c.expected) << c.what;
+    }
+}
+
+TEST_F(SongBands, FooterPartsAndTheLicence)
+{
+    TempFolder folder;
+    struct Case {
+        const char* what;
+        const char* registry; // null: no registry file
+        Attributes attributes;
+        std::initializer_list<std::pair<int, int>> switches;
+        std::wstring expected;
+    } cases[] = {
+        {"no verse: no footer", "[Vexilon]\nCCLI=99\n", m_Grace, {}, L"E_FAIL"},
+        {"a new verse shows the copyright on every verse", nullptr, m_Grace, {{VERSE_NUMBER, 1}}, L"Public Domain"},
+        {"a new verse on a song without copyright", nullptr, {{L"Title", L"x"}}, {{VERSE_NUMBER, 1}}, L"E_FAIL"},
+        {"the licence alone", "[Vexilon]\nCCLI=99\n", {}, {{VERSE_SHOWCCLI, 1}}, L"CCLI# 99"},
+        {"a licence of blanks drops out with its separator", "[Vexilon]\nCCLI=   \n", m_Grace,
+         {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWFOOTTITLE, 1}, {VERSE_SHOWAUTHOR, 1}},
+         L"Amazing Grace; John Newton; Public Domain"},
+        {"no registry file: no licence", nullptr, m_Grace, {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWCOPYRIGHT, 0}}, L"E_FAIL"},
+        {"the licence in another section is not this one", "[Other]\nCCLI=99\n", m_Grace,
+         {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWAUTHOR, 1}}, L"John Newton; Public Domain"},
+        {"empty attributes drop out, values are not trimmed", nullptr,
+         {{L"Title", L""}, {L"Author", L" J. N. "}, {L"Copyright", L"PD"}},
+         {{VERSE_SHOWFOOTTITLE, 1}, {VERSE_SHOWAUTHOR, 1}}, L" J. N. ; PD"},
+    };
+    for (const Case& c : cases) {
+        const auto file = folder / "registry.ini";
+        std::filesystem::remove(file);
+        if (c.registry)
+            WriteBytes(file, c.registry);
+        ScopedRegistry registry(file);
+        auto song = Song(c.attributes);
+        SmartPtr<IVXSongVerse> verse;
+        if (c.switches.size())
+            verse = Verse(song, 1, c.switches);
+        EXPECT_EQ(Band(song, false, 0, 1, verse), c.expected) << c.what;
+    }
+}
+
+} // namespace
+
+namespace {
+
+using namespace vxtest;
+
+class SongPages : public SongTest {};
+
+TEST_F(SongPages, FourPagesAndTheSongRead)
+{
+    TempFolder folder;
+    WriteBytes(folder / "hymn.txt", "Be thou my vision\n");
+    auto song = NewSong();
+    song.As<IFileArchive>()->put_Filename(Str((folder / "hymn.txt").wstring()));
+    SmartPtr<INamedCollection> pages;
+    ASSERT_EQ(song.As<IUIPropertyPageSpecify>()->GetPages(0, pages.Receive(), nullptr), S_OK);
+    ASSERT_TRUE(pages);
+    std::vector<std::wstring> listed;
+    int count = 0;
+    pages->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> component;
+        pages->get_ItemName(i, name.Receive());
+        pages->get_Item(i, component.Receive());
+        listed.push_back(Text(name) + L"=" + Text(component));
+    }
+    EXPECT_EQ(listed, (std::vector<std::wstring>{L"Song=VXVisualText", L"Text=VXTextPropPage",
+                                                 L"Attributes=UIParametersPropPage", L"=UIFileArchivePropPage"}));
+    EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"Be thou my vision"});
+    EXPECT_EQ(ArchiveFlag(song, ARCHIVE_HASFILE), 2);
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+// The song list's question to each song: does it match what the user typed?
+#include <clocale>
+
+#include "songs/SongSupport.h"
+
+namespace {
+
+using namespace vxtest;
+
+class SongSearch : public SongTest {
+protected:
+    SmartPtr<IVXSong> Hymn()
+    {
+        auto song = NewSong();
+        SetText(song, L"Amazing grace! how sweet the sound\nThat saved a wretch like me!\n\n"
+                      L"Through many dangers, toils and snares\nI have already come\n\n"
+                      L"aaab bbbbc Noël café title= Ā");
+        auto attributes = song.As<IParameters>().As<IParametersCreatable>();
+        for (auto [name, value] : {std::pair{L"Title", L"Amazing Grace"}, {L"Author", L"John Newton"},
+                                   {L"ccli_number", L"22025"}, {L"Category", L"Hymn"}, {L"Comments", L"slow"},
+                                   {L"Key", L"G"}, {L"Copyright", L"Public Domain"}, {L"Tempo", L"Slow"}})
+            attributes->Add(Str(name), Str(value), nullptr, 0);
+        return song;
+    }
+    static int32_t Find(IVXSong* song, const wchar_t* query)
+    {
+        return QueryAs<IVXSearch>(song)->Find(query ? Str(query).get() : nullptr, 0, nullptr);
+    }
+};
+
+TEST_F(SongSearch, QueriesOfEachKind)
+{
+    // Folding is the C locale's, whatever the process had before.
+    std::string before = std::setlocale(LC_CTYPE, nullptr);
+    std::setlocale(LC_CTYPE, "C");
+    auto song = Hymn();
+    struct Case {
+        const wchar_t* query;
+        int32_t result;
+    } cases[] = {
+        {nullptr, E_FAIL},
+        {L"", E_FAIL},
+        {L"GRACE", S_OK},
+        {L"wretch like me!", S_OK},
+        {L"come\nThrough", E_FAIL}, // verses are searched one by one
+        {L"John", E_FAIL},          // a plain text looks at the verses only
+        {L"Verse1", E_FAIL},        // and not at their names
+        // One pass: a partial match restarts at the character that broke it.
+        {L"aab", E_FAIL},
+        {L"aaab", S_OK},
+        {L"ab", S_OK},
+        {L"bbc", S_OK}, // found behind a failed try that began at the haystack's start
+        // Accents fold only as far as the C locale's tolower reaches.
+        {L"noël", S_OK},
+        {L"NOËL", E_FAIL},
+        {L"CAFÉ", E_FAIL},
+        {L"ā", E_FAIL},
+        {L"Ā", S_OK},
+        {L"#", E_FAIL},
+        {L"#2202", S_OK},
+        {L"#99", E_FAIL},
+        {L"# 2202", E_FAIL}, // the number's query is not trimmed
+        {L"title=", S_OK},   // a trailing "=" is text like any other
+        {L"key=", E_FAIL},
+        {L"=Newton", E_FAIL},
+        {L"ART = newton", S_OK},
+        {L"Artist=NEWTON", S_OK},
+        {L"auth=john", S_OK},
+        {L"author=Newton", S_OK},
+        {L"authority=Newton", E_FAIL}, // a word that begins like a field word stands for itself
+        {L"ccli number=2025", S_OK},
+        {L"CCLI=25", S_OK},
+        {L"ccli_number=9", E_FAIL},
+        {L"cat=hymn", S_OK},
+        {L"comm=SLOW", S_OK},
+        {L"key=g", S_OK},
+        {L"copyright=domain", S_OK},
+        {L"title=grace", S_OK},
+        {L"title=   ", E_FAIL}, // nothing left of the value
+        {L"tempo=sl", S_OK},   // any attribute by its own name
+        {L"Tempo=fast", E_FAIL},
+        {L"publisher=x", E_FAIL},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Find(song, c.query), c.result) << Narrow(c.query ? c.query : L"(null)");
+    std::setlocale(LC_CTYPE, before.c_str());
+}
+
+TEST_F(SongSearch, ReadsTheFileOnFirstSearchOnly)
+{
+    TempFolder folder;
+    const auto file = folder / "hymn.txt";
+    WriteBytes(file, "Abide with me; fast falls the eventide\n\nSwift to its close ebbs out life's little day\n");
+    auto song = NewSong();
+    song.As<IFileArchive>()->put_Filename(Str(file.wstring()));
+    EXPECT_EQ(Find(song, L"EVENTIDE"), S_OK);
+    EXPECT_EQ(VersesOf(song).texts.size(), 2u);
+    // Loaded once: a file changed afterwards is not read again.
+    WriteBytes(file, "Other words\n");
+    EXPECT_EQ(Find(song, L"little day"), S_OK);
+    EXPECT_EQ(Find(song, L"other"), E_FAIL);
+    // A song without verses matches no text.
+    EXPECT_EQ(Find(NewSong(), L"a"), E_FAIL);
+}
+
+TEST_F(SongSearch, ImportedSongHasNoNumberToFind)
+{
+    auto song = NewSong();
+    std::wstring paste = L"Harbour Song\n\nVerse 1\nThe boats come home\n\nCCLI Song # 7000002\n";
+    SetText(song, paste, SONGVERSES_CCLI);
+    EXPECT_EQ(Find(song, L"boats"), S_OK);
+    // The import keeps the number as "CCLIsong", which "#" does not look at.
+    EXPECT_EQ(Find(song, L"#7000002"), E_FAIL);
+    EXPECT_EQ(Find(song, L"CCLIsong=7000002"), S_OK);
+}
+
+} // namespace
