@@ -8,7 +8,7 @@
 #include <functional>
 #include <vector>
 
-#include "support/Fixture.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 namespace fs = std::filesystem;
@@ -16,20 +16,6 @@ namespace fs = std::filesystem;
 namespace {
 
 class FolderStreamTest : public ModuleTest {};
-
-SmartPtr<IVariant> Number(int value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Integer(value);
-    return variant;
-}
-
-SmartPtr<IVariant> Real(double value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Double(value);
-    return variant;
-}
 
 SmartPtr<IFolderStream> Folder(IUnknown* object) { return QueryAs<IFolderStream>(object); }
 
@@ -84,8 +70,8 @@ const std::vector<std::wstring> kSampleNames = {L"Title", L"Count", L"Scale", L"
 void WriteSample(IFolderStream* root)
 {
     ASSERT_GE(root->WriteString(Str(L"Title"), Str(kTitle)), 0);
-    ASSERT_GE(root->WriteString(Str(L"Count"), Number(42)), 0);
-    ASSERT_GE(root->WriteString(Str(L"Scale"), Real(2.5)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Count"), Variant(42)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Scale"), Variant(2.5)), 0);
     int32_t flags = 0x1234;
     ASSERT_GE(root->WriteData(Str(L"Flags"), &flags, 4, 0), 0);
     ASSERT_GE(root->CreateBlock(Str(L"Text")), 0);
@@ -129,15 +115,15 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         EXPECT_EQ(ReadText(root, L"Last"), L"");
 
         // A variant gets back the kind of value that was written.
-        auto count = Number(0);
+        auto count = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Count"), count), 0);
         EXPECT_EQ(count->get_Type(), VARIANT_INTEGER);
         EXPECT_EQ(count->get_Integer(), 42);
-        auto scale = Number(0);
+        auto scale = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Scale"), scale), 0);
         EXPECT_EQ(scale->get_Type(), VARIANT_DOUBLE);
         EXPECT_EQ(scale->get_Double(), 2.5);
-        auto title = Number(0);
+        auto title = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Title"), title), 0);
         EXPECT_TRUE(title->IsString());
 
@@ -156,9 +142,9 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         EXPECT_EQ(ReadText(verse, L"Line"), L"first");
         EXPECT_EQ(ReadText(Open(verse, Str(L"Deeper")), L"Line"), L"second");
         // Positions count folders only: the first is the verse, the second the object.
-        EXPECT_EQ(Names(Open(root, Number(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
-        EXPECT_EQ(Names(Open(root, Number(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
-        EXPECT_FALSE(Open(root, Number(2)));
+        EXPECT_EQ(Names(Open(root, Variant(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
+        EXPECT_EQ(Names(Open(root, Variant(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
+        EXPECT_FALSE(Open(root, Variant(2)));
 
         // The object is made anew by the component name that its folder remembers.
         SmartPtr<IUnknown> made;

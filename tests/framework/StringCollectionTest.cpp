@@ -4,22 +4,13 @@
 #include <vector>
 
 #include "support/Fixture.h"
+#include "support/TextBytes.h"
 
 namespace {
 
 using vxtest::Str;
 using vxtest::Text;
-
-// UTF-16 file bytes: the mark FF FE, then each character as a little-endian unit.
-std::string Utf16(const std::wstring& text)
-{
-    std::string bytes = "\xFF\xFE";
-    for (wchar_t c : text) {
-        bytes += char(c & 0xFF);
-        bytes += char((c >> 8) & 0xFF);
-    }
-    return bytes;
-}
+using vxtest::Utf16;
 
 class StringCollectionTest : public vxtest::ModuleTest {
 protected:
