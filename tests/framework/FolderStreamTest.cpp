@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "support/Collections.h"
 #include "support/Values.h"
 
 using namespace vxtest;
@@ -46,20 +47,6 @@ SmartPtr<IFolderStream> Open(IFolderStream* folder, IUnknown* key)
     SmartPtr<IDataStream> sub;
     folder->OpenFolder(key, 0, sub.Receive());
     return Folder(sub);
-}
-
-std::vector<std::wstring> Names(IUnknown* folder)
-{
-    auto collection = QueryAs<INamedCollection>(folder);
-    int count = 0;
-    collection->get_Count(&count);
-    std::vector<std::wstring> names;
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        collection->get_ItemName(i, name.Receive());
-        names.push_back(Text(name));
-    }
-    return names;
 }
 
 const std::wstring kTitle = L"Amazing grace \u00e4 \u20ac \U0001D11E";
@@ -110,7 +97,7 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
 
         auto root = Create<IFolderStream>(L"FolderStream");
         ASSERT_GE(Load(root, folder / "doc.tBL"), 0);
-        EXPECT_EQ(Names(root), kSampleNames);
+        EXPECT_EQ(ItemNames(root), kSampleNames);
         EXPECT_EQ(ReadText(root, L"Title"), kTitle);
         EXPECT_EQ(ReadText(root, L"Last"), L"");
 
@@ -142,8 +129,8 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         EXPECT_EQ(ReadText(verse, L"Line"), L"first");
         EXPECT_EQ(ReadText(Open(verse, Str(L"Deeper")), L"Line"), L"second");
         // Positions count folders only: the first is the verse, the second the object.
-        EXPECT_EQ(Names(Open(root, Variant(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
-        EXPECT_EQ(Names(Open(root, Variant(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
+        EXPECT_EQ(ItemNames(Open(root, Variant(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
+        EXPECT_EQ(ItemNames(Open(root, Variant(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
         EXPECT_FALSE(Open(root, Variant(2)));
 
         // The object is made anew by the component name that its folder remembers.
@@ -199,7 +186,7 @@ TEST_F(FolderStreamTest, RewritingANameReplacesTheItemInItsPlace)
     root->WriteString(Str(L"B"), Str(L"again"));
     SmartPtr<IDataStream> folder;
     root->CreateFolder(Str(L"A"), 0, folder.Receive());
-    EXPECT_EQ(Names(root), (std::vector<std::wstring>{L"A", L"B", L"C"}));
+    EXPECT_EQ(ItemNames(root), (std::vector<std::wstring>{L"A", L"B", L"C"}));
     EXPECT_EQ(ReadText(root, L"B"), L"again");
     EXPECT_TRUE(Open(root, Str(L"A")));
 }
@@ -292,7 +279,7 @@ TEST_F(FolderStreamTest, AFailedSaveLeavesTheEarlierFileWhole)
             EXPECT_EQ(ReadBytes(target), earlier);
             auto reloaded = Create<IFolderStream>(L"FolderStream");
             ASSERT_GE(Load(reloaded, target), 0);
-            EXPECT_EQ(Names(reloaded), kSampleNames);
+            EXPECT_EQ(ItemNames(reloaded), kSampleNames);
         }
     }
 }
@@ -334,7 +321,7 @@ TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
         auto stream = Create<IFolderStream>(L"FolderStream");
         stream->WriteString(Str(L"Keep"), Str(L"kept"));
         EXPECT_LT(Load(stream, folder / "bad.tBL"), 0);
-        EXPECT_EQ(Names(stream), std::vector<std::wstring>{L"Keep"});
+        EXPECT_EQ(ItemNames(stream), std::vector<std::wstring>{L"Keep"});
     }
     auto stream = Create<IFolderStream>(L"FolderStream");
     EXPECT_GE(Load(stream, folder / "good.tBL"), 0);

@@ -1,6 +1,7 @@
 // The song verse through its interfaces: the edit bias, the property table, styles,
 // replicas, drawing on a recording canvas, and both stream forms.
 #include "framework/Renderer/RecordingCanvas.h"
+#include "support/Collections.h"
 #include "support/Streams.h"
 
 namespace {
@@ -80,16 +81,7 @@ TEST_F(VerseTest, EditBiasAndProperties)
     // The display choices take their labels from the shipped string table.
     SmartPtr<IUnknown> choices;
     ASSERT_EQ(props->ParameterEnumeration(VERSE_FOOTERDISPLAY, choices.Receive()), S_OK);
-    auto list = QueryAs<INamedCollection>(choices.get());
-    std::wstring labels;
-    int count = 0;
-    list->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        list->get_ItemName(i, name.Receive());
-        labels += Text(name) + L";";
-    }
-    EXPECT_EQ(labels, L"Never;First;Last;All;");
+    EXPECT_EQ(ItemNames(choices), (std::vector<std::wstring>{L"Never", L"First", L"Last", L"All"}));
 }
 
 TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
