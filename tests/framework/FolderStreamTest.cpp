@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/Collections.h"
+#include "support/Streams.h"
 #include "support/Values.h"
 
 using namespace vxtest;
@@ -26,13 +27,6 @@ int32_t Save(IFolderStream* stream, const fs::path& file, bool compress = false)
     archive->put_Filename(Str(file.wstring()));
     archive->Control(ARCHIVE_COMPRESS, compress ? 1 : 0);
     return archive->Save();
-}
-
-int32_t Load(IFolderStream* stream, const fs::path& file)
-{
-    auto archive = QueryAs<IFileArchive>(stream);
-    archive->put_Filename(Str(file.wstring()));
-    return archive->Load();
 }
 
 std::wstring ReadText(IFolderStream* folder, const wchar_t* name)
@@ -96,7 +90,7 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         ASSERT_GE(Save(written, folder / "doc.tBL", compress), 0);
 
         auto root = Create<IFolderStream>(L"FolderStream");
-        ASSERT_GE(Load(root, folder / "doc.tBL"), 0);
+        ASSERT_GE(ArchiveLoad(root, folder / "doc.tBL"), 0);
         EXPECT_EQ(ItemNames(root), kSampleNames);
         EXPECT_EQ(ReadText(root, L"Title"), kTitle);
         EXPECT_EQ(ReadText(root, L"Last"), L"");
@@ -278,7 +272,7 @@ TEST_F(FolderStreamTest, AFailedSaveLeavesTheEarlierFileWhole)
         if (fs::is_regular_file(target)) {
             EXPECT_EQ(ReadBytes(target), earlier);
             auto reloaded = Create<IFolderStream>(L"FolderStream");
-            ASSERT_GE(Load(reloaded, target), 0);
+            ASSERT_GE(ArchiveLoad(reloaded, target), 0);
             EXPECT_EQ(ItemNames(reloaded), kSampleNames);
         }
     }
@@ -320,11 +314,11 @@ TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
         WriteBytes(folder / "bad.tBL", c.bytes);
         auto stream = Create<IFolderStream>(L"FolderStream");
         stream->WriteString(Str(L"Keep"), Str(L"kept"));
-        EXPECT_LT(Load(stream, folder / "bad.tBL"), 0);
+        EXPECT_LT(ArchiveLoad(stream, folder / "bad.tBL"), 0);
         EXPECT_EQ(ItemNames(stream), std::vector<std::wstring>{L"Keep"});
     }
     auto stream = Create<IFolderStream>(L"FolderStream");
-    EXPECT_GE(Load(stream, folder / "good.tBL"), 0);
+    EXPECT_GE(ArchiveLoad(stream, folder / "good.tBL"), 0);
 }
 
 TEST_F(FolderStreamTest, FileInfoNamesTheUserAndStampsTheSave)

@@ -32,16 +32,27 @@ inline SmartPtr<IDataStream> XMLReader(std::wstring& text)
     return stream;
 }
 
+// Names the file of an object that answers IFileArchive, then saves or loads it.
+inline int32_t ArchiveSave(IUnknown* object, const std::filesystem::path& file)
+{
+    auto archive = QueryAs<IFileArchive>(object);
+    archive->put_Filename(Str(file.wstring()));
+    return archive->Save();
+}
+
+inline int32_t ArchiveLoad(IUnknown* object, const std::filesystem::path& file)
+{
+    auto archive = QueryAs<IFileArchive>(object);
+    archive->put_Filename(Str(file.wstring()));
+    return archive->Load();
+}
+
 // The stream saved to the file, and a new folder stream loaded from it.
 inline SmartPtr<IDataStream> ThroughFile(IDataStream* stream, const std::filesystem::path& file)
 {
-    auto archive = QueryAs<IFileArchive>(stream);
-    archive->put_Filename(Str(file.wstring()));
-    EXPECT_GE(archive->Save(), 0);
+    EXPECT_GE(ArchiveSave(stream, file), 0);
     auto fresh = Create<IDataStream>(L"FolderStream");
-    auto reader = fresh.As<IFileArchive>();
-    reader->put_Filename(Str(file.wstring()));
-    EXPECT_GE(reader->Load(), 0);
+    EXPECT_GE(ArchiveLoad(fresh, file), 0);
     return fresh;
 }
 
