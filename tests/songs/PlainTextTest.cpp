@@ -1,5 +1,6 @@
 // Plain song text: the most used text transformation of the system.
 #include "songs/SongSupport.h"
+#include "support/Collections.h"
 
 namespace {
 
@@ -38,13 +39,7 @@ TEST_F(PlainText, Splitting)
     // Item names carry a preview of forty characters (a fresh song: a plain edit keeps old names).
     auto named = NewSong();
     SetText(named, L"one\n\n" + longLine);
-    std::vector<std::wstring> names;
-    for (int i = 0; i < 2; ++i) {
-        SmartPtr<IString> name;
-        named.As<ISuperCollection>()->get_ItemName(i, name.Receive());
-        names.push_back(Text(name));
-    }
-    EXPECT_EQ(names, (std::vector<std::wstring>{L"Verse1 : one", L"Verse2 : " + longLine.substr(0, 40)}));
+    EXPECT_EQ(ItemNames(named), (std::vector<std::wstring>{L"Verse1 : one", L"Verse2 : " + longLine.substr(0, 40)}));
 }
 
 TEST_F(PlainText, PrintingAndReSplitting)

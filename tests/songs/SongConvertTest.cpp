@@ -41,9 +41,7 @@ std::vector<std::wstring> BookLines(const fs::path& file)
     if (fs::exists(file) && fs::file_size(file) == 0)
         return {};
     auto lines = Create<IStringCollection>(L"StringCollection");
-    auto archive = lines.As<IFileArchive>();
-    archive->put_Filename(Str(file.wstring()));
-    if (archive->Load() < 0)
+    if (ArchiveLoad(lines, file) < 0)
         return {L"<missing>"};
     std::vector<std::wstring> out;
     int count = 0;
