@@ -3,17 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "e2e/HostRun.h"
 #include "support/Fixture.h"
 
 namespace fs = std::filesystem;
+using vxtest::Quote;
 using vxtest::RunHost;
 
 namespace {
-
-std::string Quote(const fs::path& path) { return "'" + path.string() + "'"; }
 
 // Names in a folder that are no part of a finished conversion: staging left behind.
 std::vector<std::string> Leftovers(const fs::path& folder)
@@ -23,12 +21,6 @@ std::vector<std::string> Leftovers(const fs::path& folder)
         if (entry.path().filename().string()[0] == '.')
             names.push_back(entry.path().filename().string());
     return names;
-}
-
-std::string Slurp(const fs::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 TEST(BibleConvert, TheSampleBecomesAFolderBible)
@@ -43,12 +35,12 @@ TEST(BibleConvert, TheSampleBecomesAFolderBible)
     EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{});
 
     // Lines that end in LF alone give the same books.
-    std::string text = Slurp(vxtest::SamplePath("longtext/kjv-jonah-philemon.txt"));
+    std::string text = vxtest::ReadBytes(vxtest::SamplePath("longtext/kjv-jonah-philemon.txt"));
     std::erase(text, '\r');
     vxtest::WriteBytes(folder / "lf.txt", text);
     fs::path second = folder / "lf";
     ASSERT_EQ(RunHost("bible convert " + Quote(folder / "lf.txt") + " --out " + Quote(second)).status, 0);
-    EXPECT_EQ(Slurp(second / "Jonah.bbl"), Slurp(out / "Jonah.bbl"));
+    EXPECT_EQ(vxtest::ReadBytes(second / "Jonah.bbl"), vxtest::ReadBytes(out / "Jonah.bbl"));
 
     // An existing Bible is replaced only when asked.
     vxtest::WriteBytes(out / "old.bbl", "x");
@@ -107,7 +99,7 @@ TEST(BibleConvert, VersesBeforeAChapterAreWrittenWithAWarning)
     auto result = RunHost("bible convert " + Quote(folder / "in.txt") + " --out " + Quote(folder / "out"));
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.err.find("Ruth: 1 verse lines before its first chapter"), std::string::npos) << result.err;
-    EXPECT_EQ(Slurp(folder / "out" / "Ruth.bbl"), "1. stray\nRuth 1\n1. placed\n");
+    EXPECT_EQ(vxtest::ReadBytes(folder / "out" / "Ruth.bbl"), "1. stray\nRuth 1\n1. placed\n");
 }
 
 } // namespace

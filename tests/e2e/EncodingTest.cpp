@@ -8,9 +8,7 @@
 
 namespace {
 
-std::string Quoted(const std::string& argument) { return "'" + argument + "'"; }
-
-vxtest::HostResult SongShow(const std::string& file) { return vxtest::RunHost("song show " + Quoted(file)); }
+vxtest::HostResult SongShow(const std::string& file) { return vxtest::RunHost("song show " + vxtest::Quote(file)); }
 
 std::string Sample(const char* name) { return vxtest::SamplePath(std::string("encodings/") + name); }
 

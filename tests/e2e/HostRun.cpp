@@ -1,23 +1,13 @@
 #include "e2e/HostRun.h"
 
+#include "support/Fixture.h"
+
 #include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace vxtest {
-
-namespace {
-
-std::string Slurp(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-}
-
-} // namespace
 
 HostResult RunHost(const std::string& arguments, const std::string& folder)
 {
@@ -35,7 +25,7 @@ HostResult RunHost(const std::string& arguments, const std::string& folder)
         result.out.append(buffer, got);
     int status = pclose(pipe);
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    result.err = Slurp(errFile);
+    result.err = ReadBytes(errFile);
     std::filesystem::remove(errFile);
     return result;
 }

@@ -9,10 +9,9 @@
 
 namespace {
 
+using vxtest::Quote;
 using vxtest::RunHost;
 using vxtest::SamplePath;
-
-std::string Q(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
 size_t Lines(const std::string& text) { return size_t(std::count(text.begin(), text.end(), '\n')); }
 
@@ -20,13 +19,13 @@ TEST(SongCommands, ImportSaveSetAndShowTogether)
 {
     vxtest::TempFolder folder;
     const auto imported = folder / "harbour.sng";
-    auto run = RunHost("song import-ccli " + Q(SamplePath("ccli/harbour-song.txt")) + " --out " + Q(imported));
+    auto run = RunHost("song import-ccli " + Quote(SamplePath("ccli/harbour-song.txt")) + " --out " + Quote(imported));
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "saved " + imported.string() + "\n");
 
-    run = RunHost("song set " + Q(imported) + " key=G 'author=Maria P.'");
+    run = RunHost("song set " + Quote(imported) + " key=G 'author=Maria P.'");
     ASSERT_EQ(run.status, 0) << run.err;
-    run = RunHost("song show " + Q(imported));
+    run = RunHost("song show " + Quote(imported));
     ASSERT_EQ(run.status, 0) << run.err;
     for (const char* line :
          {"attribute title: Harbour Song\n", "attribute CCLIsong: CCLI Song # 7000002\n", "attribute author: Maria P.\n",
@@ -37,10 +36,10 @@ TEST(SongCommands, ImportSaveSetAndShowTogether)
 
     // A song file written again is byte for byte the same.
     const auto again = folder / "again.sng";
-    run = RunHost("song save " + Q(imported) + " --out " + Q(again));
+    run = RunHost("song save " + Quote(imported) + " --out " + Quote(again));
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(vxtest::ReadBytes(again), vxtest::ReadBytes(imported));
-    run = RunHost("song text " + Q(again));
+    run = RunHost("song text " + Quote(again));
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out.rfind("The boats come home at evening\nWith lanterns on the tide\n\nHold fast", 0), 0u) << run.out;
 }
@@ -51,15 +50,15 @@ TEST(SongCommands, SamplesLoadAsTheyWereWritten)
     for (const char* name : {"abide-with-me", "amazing-grace", "holy-holy-holy"}) {
         std::string sng = SamplePath(std::string("songs/") + name + ".sng");
         // The bundled song file holds the verses of the plain text it was made from.
-        auto fromText = RunHost("song text " + Q(SamplePath(std::string("songs/") + name + ".txt")));
-        auto fromSong = RunHost("song text " + Q(sng));
+        auto fromText = RunHost("song text " + Quote(SamplePath(std::string("songs/") + name + ".txt")));
+        auto fromSong = RunHost("song text " + Quote(sng));
         EXPECT_EQ(fromSong.status, 0) << name << fromSong.err;
         EXPECT_EQ(fromSong.out, fromText.out) << name;
-        auto run = RunHost("song save " + Q(sng) + " --out " + Q(folder / "x.sng") + " --force");
+        auto run = RunHost("song save " + Quote(sng) + " --out " + Quote(folder / "x.sng") + " --force");
         EXPECT_EQ(run.status, 0) << name << run.err;
         EXPECT_EQ(vxtest::ReadBytes(folder / "x.sng"), vxtest::ReadBytes(sng)) << name;
     }
-    auto paste = RunHost("song import-ccli - < " + Q(SamplePath("ccli/morning-light.txt")));
+    auto paste = RunHost("song import-ccli - < " + Quote(SamplePath("ccli/morning-light.txt")));
     ASSERT_EQ(paste.status, 0) << paste.err;
     EXPECT_NE(paste.out.find("attribute author: Anna Example | Paul Sample\n"), std::string::npos) << paste.out;
     EXPECT_NE(paste.out.find("\nverse 3: Verse 2\n"), std::string::npos) << paste.out;
@@ -72,9 +71,9 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
     vxtest::WriteBytes(folder / "blank.txt", "\n \n\t\n");
     vxtest::WriteBytes(folder / "kept.sng", "old");
     vxtest::WriteBytes(folder / "plain.txt", "a verse\n");
-    const std::string missing = Q(folder / "missing.txt"), dir = Q(folder.Path()), binary = Q(folder / "binary.dat");
-    const std::string plain = Q(folder / "plain.txt"), kept = Q(folder / "kept.sng");
-    const std::string unwritable = Q(folder / "plain.txt" / "x.sng");
+    const std::string missing = Quote(folder / "missing.txt"), dir = Quote(folder.Path()), binary = Quote(folder / "binary.dat");
+    const std::string plain = Quote(folder / "plain.txt"), kept = Quote(folder / "kept.sng");
+    const std::string unwritable = Quote(folder / "plain.txt" / "x.sng");
     struct Case {
         std::string arguments;
         int status;
@@ -91,13 +90,13 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
         {"song import-ccli " + missing, 1, "no such file"},
         {"song import-ccli " + dir, 1, "it is a folder"},
         {"song import-ccli " + binary, 1, "not a text file"},
-        {"song import-ccli " + Q(folder / "blank.txt") + " --out " + Q(folder / "new.sng"), 1, "no verse found"},
-        {"song import-ccli - --out " + Q(folder / "new.sng") + " < /dev/null", 1, "no verse found"},
-        {"song import-ccli " + Q(SamplePath("ccli/morning-light.txt")) + " --out " + kept, 1, "add --force"},
-        {"song import-ccli " + Q(SamplePath("ccli/morning-light.txt")) + " --out " + unwritable, 1, "cannot write"},
+        {"song import-ccli " + Quote(folder / "blank.txt") + " --out " + Quote(folder / "new.sng"), 1, "no verse found"},
+        {"song import-ccli - --out " + Quote(folder / "new.sng") + " < /dev/null", 1, "no verse found"},
+        {"song import-ccli " + Quote(SamplePath("ccli/morning-light.txt")) + " --out " + kept, 1, "add --force"},
+        {"song import-ccli " + Quote(SamplePath("ccli/morning-light.txt")) + " --out " + unwritable, 1, "cannot write"},
         {"song import-ccli x --out", 2, "--out needs a file"},
         {"song save " + plain, 2, "needs --out"},
-        {"song save " + missing + " --out " + Q(folder / "new.sng"), 1, "no such file"},
+        {"song save " + missing + " --out " + Quote(folder / "new.sng"), 1, "no such file"},
         {"song save " + plain + " --out " + kept, 1, "add --force"},
         {"song save " + plain + " --out " + dir + " --force", 1, "it is a folder"},
         {"song save " + plain + " --out " + unwritable, 1, "cannot write"},

@@ -1,5 +1,5 @@
 // "ASCIIStream": wide text of one stream as UTF-8 bytes in another.
-#include "support/Fixture.h"
+#include "support/Streams.h"
 
 using namespace vxtest;
 
@@ -25,10 +25,7 @@ TEST(ASCIIStream, WideTextBecomesUTF8Bytes)
         in->SetBuffer(text.data(), int(text.size() * sizeof(wchar_t)), 0);
         out->SetBuffer(nullptr, 0, 0);
         EXPECT_GE(transform->Transform(in, out, 0), 0);
-        void* data = nullptr;
-        unsigned long size = 0;
-        out->GetBuffer(&data, &size);
-        EXPECT_EQ(std::string(static_cast<const char*>(data), size), c.m_Bytes) << Narrow(c.m_Text);
+        EXPECT_EQ(Buffer(out), c.m_Bytes) << Narrow(c.m_Text);
     }
     auto transform = Create<IStreamTransform>(L"ASCIIStream");
     EXPECT_EQ(transform->Transform(Str(L"not a stream"), nullptr, 0), E_INVALIDARG);

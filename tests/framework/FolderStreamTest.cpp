@@ -8,7 +8,9 @@
 #include <functional>
 #include <vector>
 
-#include "support/Fixture.h"
+#include "support/Collections.h"
+#include "support/Streams.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 namespace fs = std::filesystem;
@@ -16,20 +18,6 @@ namespace fs = std::filesystem;
 namespace {
 
 class FolderStreamTest : public ModuleTest {};
-
-SmartPtr<IVariant> Number(int value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Integer(value);
-    return variant;
-}
-
-SmartPtr<IVariant> Real(double value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Double(value);
-    return variant;
-}
 
 SmartPtr<IFolderStream> Folder(IUnknown* object) { return QueryAs<IFolderStream>(object); }
 
@@ -39,13 +27,6 @@ int32_t Save(IFolderStream* stream, const fs::path& file, bool compress = false)
     archive->put_Filename(Str(file.wstring()));
     archive->Control(ARCHIVE_COMPRESS, compress ? 1 : 0);
     return archive->Save();
-}
-
-int32_t Load(IFolderStream* stream, const fs::path& file)
-{
-    auto archive = QueryAs<IFileArchive>(stream);
-    archive->put_Filename(Str(file.wstring()));
-    return archive->Load();
 }
 
 std::wstring ReadText(IFolderStream* folder, const wchar_t* name)
@@ -62,20 +43,6 @@ SmartPtr<IFolderStream> Open(IFolderStream* folder, IUnknown* key)
     return Folder(sub);
 }
 
-std::vector<std::wstring> Names(IUnknown* folder)
-{
-    auto collection = QueryAs<INamedCollection>(folder);
-    int count = 0;
-    collection->get_Count(&count);
-    std::vector<std::wstring> names;
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        collection->get_ItemName(i, name.Receive());
-        names.push_back(Text(name));
-    }
-    return names;
-}
-
 const std::wstring kTitle = L"Amazing grace \u00e4 \u20ac \U0001D11E";
 const std::vector<std::wstring> kSampleNames = {L"Title", L"Count", L"Scale", L"Flags",
                                                 L"Text",  L"Verse 1/2", L"Info", L"Last"};
@@ -84,8 +51,8 @@ const std::vector<std::wstring> kSampleNames = {L"Title", L"Count", L"Scale", L"
 void WriteSample(IFolderStream* root)
 {
     ASSERT_GE(root->WriteString(Str(L"Title"), Str(kTitle)), 0);
-    ASSERT_GE(root->WriteString(Str(L"Count"), Number(42)), 0);
-    ASSERT_GE(root->WriteString(Str(L"Scale"), Real(2.5)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Count"), Variant(42)), 0);
+    ASSERT_GE(root->WriteString(Str(L"Scale"), Variant(2.5)), 0);
     int32_t flags = 0x1234;
     ASSERT_GE(root->WriteData(Str(L"Flags"), &flags, 4, 0), 0);
     ASSERT_GE(root->CreateBlock(Str(L"Text")), 0);
@@ -123,21 +90,21 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         ASSERT_GE(Save(written, folder / "doc.tBL", compress), 0);
 
         auto root = Create<IFolderStream>(L"FolderStream");
-        ASSERT_GE(Load(root, folder / "doc.tBL"), 0);
-        EXPECT_EQ(Names(root), kSampleNames);
+        ASSERT_GE(ArchiveLoad(root, folder / "doc.tBL"), 0);
+        EXPECT_EQ(ItemNames(root), kSampleNames);
         EXPECT_EQ(ReadText(root, L"Title"), kTitle);
         EXPECT_EQ(ReadText(root, L"Last"), L"");
 
         // A variant gets back the kind of value that was written.
-        auto count = Number(0);
+        auto count = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Count"), count), 0);
         EXPECT_EQ(count->get_Type(), VARIANT_INTEGER);
         EXPECT_EQ(count->get_Integer(), 42);
-        auto scale = Number(0);
+        auto scale = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Scale"), scale), 0);
         EXPECT_EQ(scale->get_Type(), VARIANT_DOUBLE);
         EXPECT_EQ(scale->get_Double(), 2.5);
-        auto title = Number(0);
+        auto title = Variant(0);
         ASSERT_GE(root->ReadString(Str(L"Title"), title), 0);
         EXPECT_TRUE(title->IsString());
 
@@ -156,9 +123,9 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         EXPECT_EQ(ReadText(verse, L"Line"), L"first");
         EXPECT_EQ(ReadText(Open(verse, Str(L"Deeper")), L"Line"), L"second");
         // Positions count folders only: the first is the verse, the second the object.
-        EXPECT_EQ(Names(Open(root, Number(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
-        EXPECT_EQ(Names(Open(root, Number(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
-        EXPECT_FALSE(Open(root, Number(2)));
+        EXPECT_EQ(ItemNames(Open(root, Variant(0))), (std::vector<std::wstring>{L"Line", L"Deeper"}));
+        EXPECT_EQ(ItemNames(Open(root, Variant(1))), (std::vector<std::wstring>{L"Author", L"Time"}));
+        EXPECT_FALSE(Open(root, Variant(2)));
 
         // The object is made anew by the component name that its folder remembers.
         SmartPtr<IUnknown> made;
@@ -213,7 +180,7 @@ TEST_F(FolderStreamTest, RewritingANameReplacesTheItemInItsPlace)
     root->WriteString(Str(L"B"), Str(L"again"));
     SmartPtr<IDataStream> folder;
     root->CreateFolder(Str(L"A"), 0, folder.Receive());
-    EXPECT_EQ(Names(root), (std::vector<std::wstring>{L"A", L"B", L"C"}));
+    EXPECT_EQ(ItemNames(root), (std::vector<std::wstring>{L"A", L"B", L"C"}));
     EXPECT_EQ(ReadText(root, L"B"), L"again");
     EXPECT_TRUE(Open(root, Str(L"A")));
 }
@@ -305,8 +272,8 @@ TEST_F(FolderStreamTest, AFailedSaveLeavesTheEarlierFileWhole)
         if (fs::is_regular_file(target)) {
             EXPECT_EQ(ReadBytes(target), earlier);
             auto reloaded = Create<IFolderStream>(L"FolderStream");
-            ASSERT_GE(Load(reloaded, target), 0);
-            EXPECT_EQ(Names(reloaded), kSampleNames);
+            ASSERT_GE(ArchiveLoad(reloaded, target), 0);
+            EXPECT_EQ(ItemNames(reloaded), kSampleNames);
         }
     }
 }
@@ -347,11 +314,11 @@ TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
         WriteBytes(folder / "bad.tBL", c.bytes);
         auto stream = Create<IFolderStream>(L"FolderStream");
         stream->WriteString(Str(L"Keep"), Str(L"kept"));
-        EXPECT_LT(Load(stream, folder / "bad.tBL"), 0);
-        EXPECT_EQ(Names(stream), std::vector<std::wstring>{L"Keep"});
+        EXPECT_LT(ArchiveLoad(stream, folder / "bad.tBL"), 0);
+        EXPECT_EQ(ItemNames(stream), std::vector<std::wstring>{L"Keep"});
     }
     auto stream = Create<IFolderStream>(L"FolderStream");
-    EXPECT_GE(Load(stream, folder / "good.tBL"), 0);
+    EXPECT_GE(ArchiveLoad(stream, folder / "good.tBL"), 0);
 }
 
 TEST_F(FolderStreamTest, FileInfoNamesTheUserAndStampsTheSave)

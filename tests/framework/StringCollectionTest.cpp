@@ -3,23 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "support/Fixture.h"
+#include "support/Streams.h"
+#include "support/TextBytes.h"
 
 namespace {
 
 using vxtest::Str;
 using vxtest::Text;
-
-// UTF-16 file bytes: the mark FF FE, then each character as a little-endian unit.
-std::string Utf16(const std::wstring& text)
-{
-    std::string bytes = "\xFF\xFE";
-    for (wchar_t c : text) {
-        bytes += char(c & 0xFF);
-        bytes += char((c >> 8) & 0xFF);
-    }
-    return bytes;
-}
+using vxtest::Utf16;
 
 class StringCollectionTest : public vxtest::ModuleTest {
 protected:
@@ -30,9 +21,7 @@ protected:
         if (!lines)
             return lines;
         lines->put_Separator(separator);
-        auto archive = lines.As<IFileArchive>();
-        archive->put_Filename(Str(file.wstring()));
-        m_LoadResult = archive->Load();
+        m_LoadResult = vxtest::ArchiveLoad(lines, file);
         return lines;
     }
 
@@ -112,8 +101,7 @@ TEST_F(StringCollectionTest, RoundTripsCRLinesInUTF8AndUTF16)
 
         // Written back to another file, in the encoding it came in, and read again.
         auto copy = m_Folder / "copy.txt";
-        archive->put_Filename(Str(copy.wstring()));
-        EXPECT_GE(archive->Save(), 0);
+        EXPECT_GE(vxtest::ArchiveSave(lines, copy), 0);
         EXPECT_EQ(vxtest::ReadBytes(copy), c.saved);
         EXPECT_EQ(Lines(Open(copy, 13)), expected);
     }
@@ -126,14 +114,12 @@ TEST_F(StringCollectionTest, NewLinesAreSavedAsUTF8)
     lines->Add(Str(L"1:\tIm Anfang"));
     lines->Add(Str(L"2:\t\u00C4"));
     EXPECT_LT(lines->Add(nullptr), 0);
-    auto archive = lines.As<IFileArchive>();
     auto file = m_Folder / "new.bbl";
-    archive->put_Filename(Str(file.wstring()));
-    EXPECT_GE(archive->Save(), 0);
+    EXPECT_GE(vxtest::ArchiveSave(lines, file), 0);
     EXPECT_EQ(vxtest::ReadBytes(file), "1:\tIm Anfang\n2:\t\xC3\x84\n");
 
     SmartPtr<IString> name;
-    ASSERT_GE(archive->get_Name(name.Receive()), 0);
+    ASSERT_GE(lines.As<IFileArchive>()->get_Name(name.Receive()), 0);
     EXPECT_EQ(Text(name), L"new");
 }
 
@@ -143,9 +129,7 @@ TEST_F(StringCollectionTest, AMissingFileLeavesNoLines)
     vxtest::WriteBytes(file, "a\nb\n");
     auto lines = Open(file, 10);
     ASSERT_TRUE(lines);
-    auto archive = lines.As<IFileArchive>();
-    archive->put_Filename(Str((m_Folder / "missing.txt").wstring()));
-    EXPECT_LT(archive->Load(), 0);
+    EXPECT_LT(vxtest::ArchiveLoad(lines, m_Folder / "missing.txt"), 0);
     int count = -1;
     lines->get_Count(&count);
     EXPECT_EQ(count, 0);

@@ -7,13 +7,14 @@
 
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
-#include "support/Fixture.h"
+#include "support/Values.h"
 
 namespace {
 
 using vxtest::Create;
 using vxtest::Str;
 using vxtest::Text;
+using vxtest::Author;
 
 std::wstring View(tagREFString view)
 {
@@ -295,14 +296,6 @@ TEST_F(XMLStreamTest, AFileArchiveSavesAndLoadsWithOrWithoutItsInstructions)
         LoadFile(text, loaded);
         EXPECT_EQ(CProbe::Of(loaded)->m_Values, values) << vxtest::Narrow(text);
     }
-}
-
-std::wstring Author(IUnknown* object)
-{
-    SmartPtr<IString> author;
-    if (auto info = QueryAs<IFileInfo>(object))
-        info->get_Author(author.Receive());
-    return Text(author);
 }
 
 TEST_F(XMLStreamTest, ObjectsOfUnknownClassesAreRefusedAndPassedOver)

@@ -3,29 +3,14 @@
 #include <algorithm>
 
 #include "persistence/ProbeCollection.h"
+#include "support/Streams.h"
+#include "support/Values.h"
 
-using vxtest::Str;
-using vxtest::Text;
+using namespace vxtest;
 
 namespace {
 
 class NamedCollectionStreamTest : public vxtest::ModuleTest {};
-
-SmartPtr<IUnknown> Info(const std::wstring& author)
-{
-    auto info = vxtest::Create<IFileInfo>(L"FileInfo");
-    info->put_Author(CREFString(author.data(), int32_t(author.size())));
-    info->put_Time(1000);
-    return SmartPtr<IUnknown>(info.get());
-}
-
-std::wstring Author(IUnknown* object)
-{
-    SmartPtr<IString> author;
-    if (auto info = QueryAs<IFileInfo>(object))
-        info->get_Author(author.Receive());
-    return Text(author);
-}
 
 // One line per record: name, flags, the item's author, the attached one's author.
 std::vector<std::wstring> Describe(ISuperCollection* collection)
@@ -60,19 +45,9 @@ std::wstring SaveXMLFile(const Probe<IUnknown>& c, const vxtest::TempFolder& fol
     auto stream = vxtest::Create<IDataStream>(L"XMLStream");
     stream->SetBuffer(nullptr, 0, 0);
     EXPECT_EQ(c.self->Save(stream, 0), S_OK);
-    void* data = nullptr;
-    unsigned long size = 0;
-    stream->GetBuffer(&data, &size);
-    vxtest::WriteBytes(folder / "items.xml", std::string(static_cast<const char*>(data), size));
+    vxtest::WriteBytes(folder / "items.xml", Buffer(stream));
     std::string bytes = vxtest::ReadBytes(folder / "items.xml");
     return std::wstring(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
-}
-
-SmartPtr<IDataStream> XMLReader(std::wstring& text)
-{
-    auto stream = vxtest::Create<IDataStream>(L"XMLStream");
-    stream->SetBuffer(text.data(), int(text.size() * sizeof(wchar_t)), 0);
-    return stream;
 }
 
 int Occurrences(const std::wstring& text, const std::wstring& part)
@@ -120,18 +95,9 @@ TEST_F(NamedCollectionStreamTest, XMLLoadFlagsDecideWhatIsAddedOrUpdated)
 TEST_F(NamedCollectionStreamTest, FolderFormKeepsOrderFlagsAndAttachedObjects)
 {
     vxtest::TempFolder folder;
-    auto path = Str((folder / "items.zip").wstring());
-    {
-        auto stream = vxtest::Create<IDataStream>(L"FolderStream");
-        EXPECT_EQ(Filled().self->Save(stream, 0), S_OK);
-        auto archive = stream.As<IFileArchive>();
-        archive->put_Filename(path);
-        ASSERT_EQ(archive->Save(), S_OK);
-    }
-    auto stream = vxtest::Create<IDataStream>(L"FolderStream");
-    auto archive = stream.As<IFileArchive>();
-    archive->put_Filename(path);
-    ASSERT_EQ(archive->Load(), S_OK);
+    auto saved = vxtest::Create<IDataStream>(L"FolderStream");
+    EXPECT_EQ(Filled().self->Save(saved, 0), S_OK);
+    auto stream = ThroughFile(saved, folder / "items.zip");
     // The folder form starts afresh whatever the flags.
     auto c = MakeProbe();
     c->Add(Str(L"Gone"), Info(L"x"), nullptr, 0);

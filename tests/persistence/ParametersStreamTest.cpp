@@ -6,47 +6,13 @@
 #include "persistence/ParametersStream.h"
 #include "support/Fixture.h"
 #include "support/ScopedRegistry.h"
+#include "support/Streams.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 namespace fs = std::filesystem;
 
 namespace {
-
-SmartPtr<IUnknown> Var(int value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Integer(value);
-    return SmartPtr<IUnknown>(variant.get());
-}
-
-SmartPtr<IUnknown> Var(double value)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_Double(value);
-    return SmartPtr<IUnknown>(variant.get());
-}
-
-SmartPtr<IUnknown> Var(const std::wstring& text)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_String(Str(text));
-    return SmartPtr<IUnknown>(variant.get());
-}
-
-SmartPtr<IUnknown> Info(const std::wstring& author)
-{
-    auto info = Create<IFileInfo>(L"FileInfo");
-    info->put_Author(CREFString(author.data(), int32_t(author.size())));
-    return SmartPtr<IUnknown>(info.get());
-}
-
-std::wstring Author(IUnknown* object)
-{
-    SmartPtr<IString> author;
-    if (auto info = QueryAs<IFileInfo>(object))
-        info->get_Author(author.Receive());
-    return Text(author);
-}
 
 // "name type value flags descriptor" for each item; type i, d, s or o(bject).
 std::vector<std::wstring> Describe(IParameters* parameters)
@@ -97,35 +63,13 @@ SmartPtr<IParameters> Make(const std::vector<Row>& rows)
     return parameters;
 }
 
-std::wstring SaveXML(IParameters* parameters, int mode)
+std::wstring SaveXML(IParameters* parameters, int mode, bool objectsOnly = false)
 {
     auto stream = Create<IDataStream>(L"XMLStream");
     stream->SetBuffer(nullptr, 0, 0);
-    EXPECT_EQ(parameters->Params_SaveXML(stream, mode), S_OK);
-    void* data = nullptr;
-    unsigned long size = 0;
-    stream->GetBuffer(&data, &size);
-    return std::wstring(static_cast<const wchar_t*>(data), size / sizeof(wchar_t));
-}
-
-SmartPtr<IDataStream> XMLReader(std::wstring& text)
-{
-    auto stream = Create<IDataStream>(L"XMLStream");
-    stream->SetBuffer(text.data(), int(text.size() * sizeof(wchar_t)), 0);
-    return stream;
-}
-
-// A folder stream saved to a file and read back by a new stream.
-SmartPtr<IDataStream> ThroughFile(IDataStream* stream, const fs::path& file)
-{
-    auto archive = QueryAs<IFileArchive>(stream);
-    archive->put_Filename(Str(file.wstring()));
-    EXPECT_GE(archive->Save(), 0);
-    auto fresh = Create<IDataStream>(L"FolderStream");
-    auto reader = fresh.As<IFileArchive>();
-    reader->put_Filename(Str(file.wstring()));
-    EXPECT_GE(reader->Load(), 0);
-    return fresh;
+    EXPECT_EQ(objectsOnly ? parameters->Params_SaveXMLUnk(stream, mode) : parameters->Params_SaveXML(stream, mode),
+              S_OK);
+    return WideBuffer(stream);
 }
 
 class ParametersStreamTest : public ModuleTest {
@@ -300,10 +244,7 @@ TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
         auto stream = Create<IDataStream>(L"CSVStream");
         stream->SetBuffer(nullptr, 0, 0);
         EXPECT_EQ(parameters->Params_SaveCSV(stream, c.m_Mode), S_OK);
-        void* data = nullptr;
-        unsigned long size = 0;
-        stream->GetBuffer(&data, &size);
-        EXPECT_EQ(std::string(static_cast<const char*>(data), size), c.m_Bytes) << c.m_Mode;
+        EXPECT_EQ(Buffer(stream), c.m_Bytes) << c.m_Mode;
     }
     // A stream of the wrong kind changes nothing, also in replace mode.
     auto xml = Create<IDataStream>(L"XMLStream");
@@ -320,16 +261,7 @@ TEST_F(ParametersStreamTest, ObjectsOnlyXMLRoundTrip)
     auto source = Make({{L"First", Info(L"one"), 0x21, Info(L"rider")},
                         {L"Plain", Var(5), 0, {}},
                         {L"", Info(L"two"), 0, {}}});
-    std::wstring xml;
-    {
-        auto stream = Create<IDataStream>(L"XMLStream");
-        stream->SetBuffer(nullptr, 0, 0);
-        source->Params_SaveXMLUnk(stream, 0);
-        void* data = nullptr;
-        unsigned long size = 0;
-        stream->GetBuffer(&data, &size);
-        xml.assign(static_cast<const wchar_t*>(data), size / sizeof(wchar_t));
-    }
+    std::wstring xml = SaveXML(source, 0, true);
     EXPECT_EQ(xml.find(L"Plain"), std::wstring::npos);
     auto replaced = Make({{L"Old", Var(1), 0, {}}});
     replaced->Params_LoadXMLUnk(XMLReader(xml), PARAMS_REPLACE);

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "presentation/RenderStyleImpl.h"
-#include "support/Fixture.h"
+#include "support/Streams.h"
 
 namespace {
 
@@ -23,10 +23,7 @@ protected:
         stream->OpenElement(Str(L"Style"), 0, 0);
         style->Save(stream, 0);
         stream->CloseElement();
-        void* data = nullptr;
-        unsigned long size = 0;
-        stream->GetBuffer(&data, &size);
-        return std::wstring(static_cast<wchar_t*>(data), size / sizeof(wchar_t));
+        return WideBuffer(stream);
     }
     // Key and value of each value written, in order.
     static Pairs Saved(IVXRenderStyle* style)
@@ -70,15 +67,9 @@ protected:
     // Through a real folder file, by the styles' IDataPersist faces.
     void FolderRoundTrip(IVXRenderStyle* from, IVXRenderStyle* to)
     {
-        auto file = Str((m_Folder / "style.tBL").wstring());
-        auto out = Create<IFolderStream>(L"FolderStream");
+        auto out = Create<IDataStream>(L"FolderStream");
         QueryAs<IDataPersist>(from)->Save(out, 0);
-        out.As<IFileArchive>()->put_Filename(file);
-        ASSERT_EQ(out.As<IFileArchive>()->Save(), S_OK);
-        auto in = Create<IFolderStream>(L"FolderStream");
-        in.As<IFileArchive>()->put_Filename(file);
-        ASSERT_GE(in.As<IFileArchive>()->Load(), 0);
-        QueryAs<IDataPersist>(to)->Load(in, 0);
+        QueryAs<IDataPersist>(to)->Load(ThroughFile(out, m_Folder / "style.tBL"), 0);
     }
 
     TempFolder m_Folder;

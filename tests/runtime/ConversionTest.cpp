@@ -4,9 +4,8 @@
 #include <cmath>
 #include <iterator>
 #include <string>
-#include <type_traits>
 
-#include "support/Fixture.h"
+#include "support/Values.h"
 
 namespace {
 
@@ -19,17 +18,6 @@ protected:
         auto owned = SmartPtr<IString>::Adopt(string);
         EXPECT_TRUE(owned) << "no string was made";
         return Text(owned);
-    }
-    template <class V> static SmartPtr<IVariant> Holding(V value)
-    {
-        auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-        if constexpr (std::is_same_v<V, int>)
-            variant->put_Integer(value);
-        else if constexpr (std::is_same_v<V, double>)
-            variant->put_Double(value);
-        else
-            variant->put_String(vxtest::Str(value));
-        return variant;
     }
 };
 
@@ -94,19 +82,19 @@ TEST_F(ConversionTest, VariantFormats)
         std::wstring text;
     };
     const Case cases[] = {
-        {Holding(5), -1, L"5"},
-        {Holding(5), 2, L"5.00"},
-        {Holding(2.5), -1, L"2.5"},
-        {Holding(2.75), 1, L"2.8"},
-        {Holding(0x123456), -16, L"#123456"},
-        {Holding(0x11223344), -16, L"#11223344"},
-        {Holding(0x11223344), -42, L"00010001"},
-        {Holding(0x11223344), -32, L"00100010"},
-        {Holding(0x11223344), -22, L"00110011"},
-        {Holding(0x11223344), -2, L"01000100"},
-        {Holding(L"12"), -1, L"12"},
-        {Holding(L"1.50"), -1, L"1.5"},
-        {Holding(L"abc"), 2, L"abc"},
+        {vxtest::Variant(5), -1, L"5"},
+        {vxtest::Variant(5), 2, L"5.00"},
+        {vxtest::Variant(2.5), -1, L"2.5"},
+        {vxtest::Variant(2.75), 1, L"2.8"},
+        {vxtest::Variant(0x123456), -16, L"#123456"},
+        {vxtest::Variant(0x11223344), -16, L"#11223344"},
+        {vxtest::Variant(0x11223344), -42, L"00010001"},
+        {vxtest::Variant(0x11223344), -32, L"00100010"},
+        {vxtest::Variant(0x11223344), -22, L"00110011"},
+        {vxtest::Variant(0x11223344), -2, L"01000100"},
+        {vxtest::Variant(L"12"), -1, L"12"},
+        {vxtest::Variant(L"1.50"), -1, L"1.5"},
+        {vxtest::Variant(L"abc"), 2, L"abc"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(Made(ISCreate(c.variant.get(), c.format)), c.text) << "format " << c.format;
@@ -116,7 +104,7 @@ TEST_F(ConversionTest, VariantFormats)
 TEST_F(ConversionTest, AVariantReadsAsItsValue)
 {
     // A string comes back as the very string held, even where it is no number.
-    auto variant = Holding(L"abc");
+    auto variant = vxtest::Variant(L"abc");
     SmartPtr<IString> text;
     variant->get_String(text.Receive());
     auto plain = SmartPtr<IString>::Adopt(ISCreate(variant.get()));
@@ -124,11 +112,10 @@ TEST_F(ConversionTest, AVariantReadsAsItsValue)
     auto formatted = SmartPtr<IString>::Adopt(ISCreate(variant.get(), short(3)));
     EXPECT_TRUE(SameObject(formatted, text));
 
-
     // An object reads as its component's name; nothing reads as empty.
     auto object = vxtest::Create<IUnknown>(L"SimpleCollection");
     ASSERT_TRUE(object);
-    auto holder = Holding(0);
+    auto holder = vxtest::Variant(0);
     holder->put_Object(object);
     EXPECT_EQ(Made(ISCreate(holder.get())), L"SimpleCollection");
     auto empty = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());

@@ -11,18 +11,13 @@
 #include "runtime/ObjectInfo.h"
 #include "support/Fixture.h"
 #include "support/ScopedRegistry.h"
+#include "support/Streams.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 namespace fs = std::filesystem;
 
 namespace {
-
-SmartPtr<IVariant> TextVariant(const std::wstring& text)
-{
-    auto variant = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    variant->put_String(Str(text));
-    return variant;
-}
 
 // The wide text of a file as the module reads it.
 std::wstring LoadText(const fs::path& file)
@@ -46,9 +41,7 @@ std::vector<std::wstring> BookLines(const fs::path& file)
     if (fs::exists(file) && fs::file_size(file) == 0)
         return {};
     auto lines = Create<IStringCollection>(L"StringCollection");
-    auto archive = lines.As<IFileArchive>();
-    archive->put_Filename(Str(file.wstring()));
-    if (archive->Load() < 0)
+    if (ArchiveLoad(lines, file) < 0)
         return {L"<missing>"};
     std::vector<std::wstring> out;
     int count = 0;
@@ -74,8 +67,8 @@ protected:
     int32_t Convert(const fs::path& input)
     {
         fs::create_directories(m_Out);
-        m_Step->put_Item(0, TextVariant(input.wstring()));
-        m_Step->put_Item(1, TextVariant(m_Out.wstring()));
+        m_Step->put_Item(0, Variant(input.wstring()));
+        m_Step->put_Item(1, Variant(m_Out.wstring()));
         return m_Step.As<IStep>()->TurnOn();
     }
 
@@ -171,7 +164,7 @@ TEST_F(SongConvertTest, GrammarOfTheLongText)
         {"an empty input", "", {{L".bbl", {}}, {L"bible.ini", {head}}}},
     };
     // No target folder: nothing is written anywhere.
-    m_Step->put_Item(1, TextVariant(L""));
+    m_Step->put_Item(1, Variant(L""));
     EXPECT_EQ(m_Step.As<IStep>()->TurnOn(), E_FAIL);
     for (const Case& c : cases) {
         fs::remove_all(m_Out);
@@ -364,8 +357,8 @@ protected:
 
 TEST_F(SongConvertStreamTest, StepAndItsInputsThroughAFolderStream)
 {
-    m_Step->put_Item(0, TextVariant(L"/opt/a/bibles/kjv.txt"));
-    m_Step->put_Item(1, TextVariant(L"/srv/out"));
+    m_Step->put_Item(0, Variant(L"/opt/a/bibles/kjv.txt"));
+    m_Step->put_Item(1, Variant(L"/srv/out"));
     auto input = Create<IInputParameter>(L"InputParameter");
     input->put_Name(REFLiteral(L"Source"));
     input->put_Flags(7);
@@ -409,21 +402,16 @@ TEST_F(SongConvertStreamTest, LoadAcceptsOnlyTheTwoStreamKindsAndXMLKeepsParamet
     EXPECT_EQ(persist->Load(Create<IDataStream>(L"DataStream"), 0), E_NOTIMPL);
     EXPECT_EQ(persist->Save(nullptr, 0), S_OK);
 
-    m_Step->put_Item(2, TextVariant(L"5"));
+    m_Step->put_Item(2, Variant(L"5"));
     auto xml = Create<IDataStream>(L"XMLStream");
     xml->SetBuffer(nullptr, 0, 0);
     EXPECT_EQ(persist->Save(xml, 0), S_OK);
-    void* data = nullptr;
-    unsigned long size = 0;
-    xml->GetBuffer(&data, &size);
-    std::wstring text(static_cast<const wchar_t*>(data), size / sizeof(wchar_t));
+    std::wstring text = WideBuffer(xml);
     EXPECT_NE(text.find(L"<ConversionType>5</ConversionType>"), std::wstring::npos) << Narrow(text);
     EXPECT_EQ(text.find(L"InputParameters"), std::wstring::npos);
 
     auto copy = Create<IParameters>(L"VXSongConvert");
-    auto reader = Create<IDataStream>(L"XMLStream");
-    reader->SetBuffer(text.data(), int(text.size() * sizeof(wchar_t)), 0);
-    EXPECT_EQ(copy.As<IDataPersist>()->Load(reader, 0), S_OK);
+    EXPECT_EQ(copy.As<IDataPersist>()->Load(XMLReader(text), 0), S_OK);
     SmartPtr<IVariant> value;
     copy->get_ItemVariant(2, value.Receive());
     EXPECT_EQ(value->get_Integer(), 5);
@@ -431,7 +419,7 @@ TEST_F(SongConvertStreamTest, LoadAcceptsOnlyTheTwoStreamKindsAndXMLKeepsParamet
 
 TEST_F(SongConvertStreamTest, ReplicaHasTheValuesAndItsOwnInputs)
 {
-    m_Step->put_Item(1, TextVariant(L"/srv/out"));
+    m_Step->put_Item(1, Variant(L"/srv/out"));
     auto input = Create<IInputParameter>(L"InputParameter");
     input->put_Name(REFLiteral(L"Port"));
     m_Step->put_ItemDescriptor(3, input);

@@ -1,6 +1,7 @@
 // Song files: the lazy Load, the byte form of Save, plain text files in any encoding,
 // and the attributes a file brings.
 #include "songs/SongSupport.h"
+#include "support/Streams.h"
 #include "support/TextBytes.h"
 
 namespace {
@@ -12,16 +13,8 @@ protected:
     SmartPtr<IVXSong> LoadSong(const std::filesystem::path& file)
     {
         auto song = NewSong();
-        auto archive = song.As<IFileArchive>();
-        archive->put_Filename(Str(file.wstring()));
-        EXPECT_EQ(archive->Load(), S_OK);
+        EXPECT_EQ(ArchiveLoad(song, file), S_OK);
         return song;
-    }
-    static int32_t SaveAs(IVXSong* song, const std::filesystem::path& file)
-    {
-        auto archive = QueryAs<IFileArchive>(song);
-        archive->put_Filename(Str(file.wstring()));
-        return archive->Save();
     }
     TempFolder m_Folder;
 };
@@ -37,7 +30,7 @@ TEST_F(SongFile, SavedLoadedAndSavedAgainIsByteIdentical)
     auto song = NewSong();
     SetText(song, L"<verses><verse id=\"Chorus\">Sing \x263A\r\nloud</verse><verse>two</verse></verses>");
     song.As<IParameters>().As<IParametersCreatable>()->Add(Str(L"author"), Str(L"Anon"), nullptr, 0);
-    ASSERT_EQ(SaveAs(song, m_Folder / "first.sng"), S_OK);
+    ASSERT_EQ(ArchiveSave(song, m_Folder / "first.sng"), S_OK);
     std::string first = ReadBytes(m_Folder / "first.sng");
     // The mark, then the file body as 16-bit units, with no terminator.
     EXPECT_EQ(first, Utf16(SongText(song, 7)));
@@ -47,7 +40,7 @@ TEST_F(SongFile, SavedLoadedAndSavedAgainIsByteIdentical)
     EXPECT_EQ(VersesOf(again).ids, VersesOf(song).ids);
     EXPECT_EQ(VersesOf(again).texts, VersesOf(song).texts);
     EXPECT_EQ(AttributesOf(again), AttributesOf(song));
-    ASSERT_EQ(SaveAs(again, m_Folder / "second.sng"), S_OK);
+    ASSERT_EQ(ArchiveSave(again, m_Folder / "second.sng"), S_OK);
     EXPECT_EQ(ReadBytes(m_Folder / "second.sng"), first);
     // Save gave the song the file's name as its title; a reload keeps it.
     EXPECT_EQ(AttributesOf(song),
@@ -70,7 +63,7 @@ TEST_F(SongFile, PlainTextInEveryEncoding)
         EXPECT_EQ(ArchiveFlag(song, ARCHIVE_MODIFIED), 0) << file;
     }
     // Saved under a ".txt" name, the text becomes a song file there.
-    ASSERT_EQ(SaveAs(reference, m_Folder / "copy.txt"), S_OK);
+    ASSERT_EQ(ArchiveSave(reference, m_Folder / "copy.txt"), S_OK);
     EXPECT_EQ(ReadBytes(m_Folder / "copy.txt").substr(0, 2), "\xFF\xFE");
     EXPECT_EQ(VersesOf(LoadSong(m_Folder / "copy.txt")).texts, verses.texts);
 }
@@ -133,13 +126,13 @@ TEST_F(SongFile, ReadAndWriteFailuresAreQuiet)
     EXPECT_EQ(song.As<IFileArchive>()->Save(), E_INVALIDARG) << "no file name";
     EXPECT_EQ(ArchiveFlag(song, ARCHIVE_MODIFIED), 1);
     // A file that can't be created is not reported, and the song counts as saved.
-    EXPECT_EQ(SaveAs(song, m_Folder / "no" / "such.sng"), S_OK);
+    EXPECT_EQ(ArchiveSave(song, m_Folder / "no" / "such.sng"), S_OK);
     EXPECT_EQ(ArchiveFlag(song, ARCHIVE_MODIFIED), 0);
     EXPECT_FALSE(std::filesystem::exists(m_Folder / "no"));
     // A title of blanks has a length and is kept.
     auto blank = NewSong();
     blank.As<IParameters>().As<IParametersCreatable>()->Add(Str(L"Title"), Str(L"  "), nullptr, 0);
-    ASSERT_EQ(SaveAs(blank, m_Folder / "blank.sng"), S_OK);
+    ASSERT_EQ(ArchiveSave(blank, m_Folder / "blank.sng"), S_OK);
     EXPECT_EQ(AttributesOf(blank), (Attributes{{L"Title", L"  "}}));
 }
 

@@ -1,6 +1,6 @@
 // A verse saved in a show's folder stream fetches its text from its song's file
 // again when loaded, unless its text was edited by hand.
-#include "support/Fixture.h"
+#include "support/Streams.h"
 
 namespace {
 
@@ -24,9 +24,9 @@ protected:
         return file.wstring();
     }
 
-    // Verse `index` of the song in that file, saved in a folder stream file; gives
-    // the stream file's name.
-    std::wstring SaveVerse(const std::wstring& song, int index, bool edit, const std::string& streamName)
+    // Verse `index` of the song in that file, saved in a folder stream file and read
+    // back into a new stream.
+    SmartPtr<IDataStream> SaveVerse(const std::wstring& song, int index, bool edit, const std::string& streamName)
     {
         auto book = Create<IVXBook>(L"VXSong");
         m_Songs.push_back(book);
@@ -40,17 +40,11 @@ protected:
             verse->put_Text(REFLiteral(L"Edited by hand"));
         auto stream = Create<IDataStream>(L"FolderStream");
         QueryAs<IDataPersist>(verse.get())->Save(stream, 0);
-        std::wstring path = (m_Folder / streamName).wstring();
-        stream.As<IFileArchive>()->put_Filename(Str(path));
-        EXPECT_EQ(stream.As<IFileArchive>()->Save(), S_OK);
-        return path;
+        return ThroughFile(stream, m_Folder / streamName);
     }
 
-    SmartPtr<IVXSongVerse> LoadVerse(const std::wstring& path)
+    static SmartPtr<IVXSongVerse> LoadVerse(IDataStream* stream)
     {
-        auto stream = Create<IDataStream>(L"FolderStream");
-        stream.As<IFileArchive>()->put_Filename(Str(path));
-        EXPECT_EQ(stream.As<IFileArchive>()->Load(), S_OK);
         auto verse = Create<IVXSongVerse>(L"VXSongVerse");
         EXPECT_EQ(QueryAs<IDataPersist>(verse.get())->Load(stream, 0), S_OK);
         return verse;
@@ -97,7 +91,7 @@ TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
     for (const Case& c : cases) {
         std::string name = "song" + std::to_string(round++) + ".txt";
         std::wstring song = WriteSong(name, "Two two");
-        std::wstring saved = SaveVerse(song, 1, c.edit, name + ".zip");
+        auto saved = SaveVerse(song, 1, c.edit, name + ".zip");
         if (c.after == 1)
             WriteSong(name, "Two rewritten");
         if (c.after >= 2)
@@ -118,9 +112,9 @@ TEST_F(VerseReloadTest, VersesOfOneSongShareTheOpenSong)
 {
     std::wstring first = WriteSong("first.txt", "Two two");
     std::wstring other = WriteSong("other.txt", "Two other");
-    std::wstring a = SaveVerse(first, 0, false, "a.zip");
-    std::wstring b = SaveVerse(first, 2, false, "b.zip");
-    std::wstring c = SaveVerse(other, 1, false, "c.zip");
+    auto a = SaveVerse(first, 0, false, "a.zip");
+    auto b = SaveVerse(first, 2, false, "b.zip");
+    auto c = SaveVerse(other, 1, false, "c.zip");
 
     auto verseA = LoadVerse(a);
     auto verseB = LoadVerse(b);

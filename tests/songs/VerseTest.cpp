@@ -1,7 +1,8 @@
 // The song verse through its interfaces: the edit bias, the property table, styles,
 // replicas, drawing on a recording canvas, and both stream forms.
 #include "framework/Renderer/RecordingCanvas.h"
-#include "support/Fixture.h"
+#include "support/Collections.h"
+#include "support/Streams.h"
 
 namespace {
 
@@ -80,16 +81,7 @@ TEST_F(VerseTest, EditBiasAndProperties)
     // The display choices take their labels from the shipped string table.
     SmartPtr<IUnknown> choices;
     ASSERT_EQ(props->ParameterEnumeration(VERSE_FOOTERDISPLAY, choices.Receive()), S_OK);
-    auto list = QueryAs<INamedCollection>(choices.get());
-    std::wstring labels;
-    int count = 0;
-    list->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        list->get_ItemName(i, name.Receive());
-        labels += Text(name) + L";";
-    }
-    EXPECT_EQ(labels, L"Never;First;Last;All;");
+    EXPECT_EQ(ItemNames(choices), (std::vector<std::wstring>{L"Never", L"First", L"Last", L"All"}));
 }
 
 TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
@@ -236,19 +228,10 @@ TEST_F(VerseTest, BothStreamFormsIntoAFreshVerse)
     auto persist = QueryAs<IDataPersist>(verse.get());
 
     // The folder form through a file.
-    std::wstring path = (folder / "verse.zip").wstring();
-    {
-        auto stream = Create<IDataStream>(L"FolderStream");
-        ASSERT_EQ(persist->Save(stream, 0), S_OK);
-        auto archive = stream.As<IFileArchive>();
-        archive->put_Filename(Str(path));
-        ASSERT_EQ(archive->Save(), S_OK);
-    }
-    auto stream = Create<IDataStream>(L"FolderStream");
-    stream.As<IFileArchive>()->put_Filename(Str(path));
-    ASSERT_EQ(stream.As<IFileArchive>()->Load(), S_OK);
+    auto saved = Create<IDataStream>(L"FolderStream");
+    ASSERT_EQ(persist->Save(saved, 0), S_OK);
     auto loaded = Verse(L"");
-    ASSERT_EQ(QueryAs<IDataPersist>(loaded.get())->Load(stream, 0), S_OK);
+    ASSERT_EQ(QueryAs<IDataPersist>(loaded.get())->Load(ThroughFile(saved, folder / "verse.zip"), 0), S_OK);
     EXPECT_EQ(Text(loaded), L"Saved & <kept>");
     EXPECT_EQ(Number(loaded, VERSE_NUMBER), 0) << "raw -100 came back, read with the bias off";
     EXPECT_EQ(Number(loaded, VERSE_SHOWCCLI), 1);
@@ -269,10 +252,8 @@ TEST_F(VerseTest, BothStreamFormsIntoAFreshVerse)
     xml->SetBuffer(nullptr, 0, 0);
     ASSERT_EQ(persist->Save(xml, 0), S_OK);
     std::wstring written = Text(xml);
-    auto reader = Create<IDataStream>(L"XMLStream");
-    reader->SetBuffer(written.data(), int(written.size() * sizeof(wchar_t)), 0);
     auto fromXML = Verse(L"");
-    ASSERT_EQ(QueryAs<IDataPersist>(fromXML.get())->Load(reader, 0), S_OK);
+    ASSERT_EQ(QueryAs<IDataPersist>(fromXML.get())->Load(XMLReader(written), 0), S_OK);
     EXPECT_EQ(Text(fromXML), L"Saved & <kept>") << Narrow(written);
     QueryAs<IVXRenderStyle>(fromXML.get())->get_FontHeight(&height);
     EXPECT_EQ(height, 33);
