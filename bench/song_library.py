@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes a library of songs made from public-domain hymn lines into a folder:
 ".sng" files (UTF-16LE with a byte order mark, tagged) and ".txt" files (UTF-8,
-plain verses), with varied attributes. The same count and seed give the same files."""
+plain verses), with varied attributes. The same count and starting number give the same files."""
 import os
 import random
 import sys
@@ -60,8 +60,8 @@ def txt_bytes(verses):
     return ("\n\n".join("\n".join(lines) for lines in verses) + "\n").encode("utf-8")
 
 
-def write_library(folder, count, seed=12):
-    rng = random.Random(seed)
+def write_library(folder, count, start=12):
+    rng = random.Random(start)
     for number in range(count):
         attributes, verses = song(rng, number)
         sub = os.path.join(folder, "%02d" % (number % 50))
