@@ -97,7 +97,14 @@ int32_t CVXBible::Readxml(IXMLStream* stream)
             continue;
         }
         CREFString attributes, content;
+        const wchar_t* before = view.m_Buffer;
         XMLGetTAGGED(view, tag, attributes, content, 1);
+        if (view.m_Buffer == before) {
+            // A tag whose element can't be found again (a name the scanner reads
+            // otherwise) would be met at the same place for ever: step over it.
+            view = CREFString(view.m_Buffer + close + 1, view.m_Length - close - 1);
+            continue;
+        }
         if (SameName(tag, L"B")) {
             output += Copy(content) + L":\t";
             // The verse runs to the next tag, or to the end of the body.
