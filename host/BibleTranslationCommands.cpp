@@ -79,11 +79,12 @@ SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
         return {};
     }
     bible->put_Filename(Wide(path));
-    bible->Load();
+    int32_t result = bible->Load();
     int count = 0;
     QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
     if (count < 1) {
-        HostFail(path + ": no books found");
+        // A packed file that the archive refuses is told apart from one that holds no book.
+        HostFail(path + (result < 0 ? ": could not be read: damaged, or not a packed Bible" : ": no books found"));
         return {};
     }
     return bible;
