@@ -83,8 +83,9 @@ int32_t FileArchiveLoad(tagREFString name, void** data, unsigned long* size, sho
         return E_FAIL;
     // One buffer for the whole file, even when fewer bytes are wanted.
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[fileSize + kSpareBytes]);
-    LargeBufferAdvise(bytes.get(), fileSize + kSpareBytes);
     size_t wanted = BytesToRead(fileSize, maxBytes);
+    // Only the part that is read: a small limit on a large file leaves the rest alone.
+    LargeBufferAdvise(bytes.get(), wanted);
     size_t count = wanted > 0 ? std::fread(bytes.get(), 1, wanted, file.get()) : 0;
     if (count == 0 || count > wanted)
         return E_FAIL;

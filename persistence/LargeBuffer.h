@@ -2,8 +2,9 @@
 #pragma once
 #include <cstddef>
 
-// Asks the system to back a large new buffer with large pages. A whole Bible's text
-// is some megabytes of wide characters: filled page by small page, the faults
-// cost more than the decoding. Small buffers, and systems that refuse, are left
+// Prepares a large new buffer that is about to be filled: large pages where the
+// system offers them, and all its pages mapped in one call. A whole Bible is some
+// megabytes of wide characters, and faulting them in a small page at a time cost
+// more than decoding them. Buffers under 64 KiB, and systems that refuse, are left
 // as they are; the content is never touched.
 void LargeBufferAdvise(void* buffer, size_t bytes);
