@@ -158,7 +158,7 @@ def check_verses(host, name, module, folder, verses, extra_books):
     chosen = random.Random(16).sample([v for v in verses if v[3]], SAMPLES)
     extra = [v for v in verses if v[0] in set(extra_books) and v[3]]
     if extra:
-        chosen += random.Random(17).sample(extra, 10)
+        chosen += random.Random(17).sample(extra, min(10, len(extra)))
     wrong = []
     for book, chapter, verse, _ in chosen:
         key = "%s %d:%d" % (KEYS.get(book, book), chapter, verse)
