@@ -3,6 +3,7 @@
 
 #include "bible/VXBibleBook.h"
 #include "persistence/FileBuffer.h"
+#include "persistence/LargeBuffer.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
@@ -86,7 +87,10 @@ int32_t CVXBibleBook::Load(IDataStream* stream, int)
             size = 0;
         if ((unsigned long)size > units)
             size = int32_t(units);
-        m_Text = new wchar_t[size_t(size) + 1]();
+        // Every element is written below; clearing them first would double the cost.
+        m_Text = new wchar_t[size_t(size) + 1];
+        LargeBufferAdvise(m_Text, (size_t(size) + 1) * sizeof(wchar_t));
+        m_Text[size] = 0;
         m_TextLength = size;
         auto* block = static_cast<const unsigned char*>(data);
         for (int32_t i = 0; i < size; ++i)

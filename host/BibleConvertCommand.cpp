@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <system_error>
 
 #include "host/Host.h"
@@ -62,8 +63,37 @@ std::string ParseOptions(const Arguments& arguments, ConvertOptions* options)
     return {};
 }
 
-// The file's bytes, in UTF-8 where it was 16-bit text; an error when it can't be a
-// long text. Only 16-bit text is decoded here: the step reads the file itself.
+// A byte that no long text holds: a control character other than the line and
+// page breaks and the tab.
+bool IsStrayControl(char c)
+{
+    return uint8_t(c) < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v';
+}
+
+// 16-bit text, read as the module reads it and kept in UTF-8.
+std::string CheckWideText(const std::string& file, std::string* bytes)
+{
+    auto name = SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size())));
+    void* data = nullptr;
+    unsigned long size = 0;
+    if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXT, 0) < 0)
+        return "cannot read " + file;
+    std::wstring text(static_cast<wchar_t*>(data), size);
+    delete[] static_cast<wchar_t*>(data);
+    while (!text.empty() && text.back() == L'\0')
+        text.pop_back();
+    *bytes = ToUtf8(text.data(), int(text.size()));
+    for (char c : *bytes) {
+        if (IsStrayControl(c))
+            return file + " is not a text file";
+    }
+    return {};
+}
+
+// The file's bytes where the host must hand the step a copy (16-bit text, in UTF-8;
+// or lines that end in LF alone), else nothing; an error when it can't be a long
+// text. The step reads the file itself, so a text that will do as it stands is only
+// looked at, a piece at a time, and not kept.
 std::string CheckText(const std::string& file, std::string* bytes)
 {
     std::error_code error;
@@ -71,31 +101,37 @@ std::string CheckText(const std::string& file, std::string* bytes)
         return "cannot read " + file + " (missing or not a file)";
     if (fs::file_size(file, error) == 0)
         return file + " is empty";
-    auto name = SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size())));
-    bool wide = false;
-    {
-        std::ifstream in(file, std::ios::binary);
-        bytes->resize(size_t(fs::file_size(file, error)));
-        in.read(bytes->data(), std::streamsize(bytes->size()));
-        if (error || !in)
-            return "cannot read " + file;
-        wide = bytes->size() >= 2 && ((uint8_t((*bytes)[0]) == 0xFF && uint8_t((*bytes)[1]) == 0xFE) ||
-                                      (uint8_t((*bytes)[0]) == 0xFE && uint8_t((*bytes)[1]) == 0xFF));
+    std::ifstream in(file, std::ios::binary);
+    std::string piece(size_t(1) << 20, '\0');
+    bool first = true;
+    bool carriageReturn = false;
+    bool lineFeed = false;
+    while (in) {
+        in.read(piece.data(), std::streamsize(piece.size()));
+        size_t got = size_t(in.gcount());
+        if (got == 0)
+            break;
+        if (first && got >= 2 && ((uint8_t(piece[0]) == 0xFF && uint8_t(piece[1]) == 0xFE) ||
+                                  (uint8_t(piece[0]) == 0xFE && uint8_t(piece[1]) == 0xFF)))
+            return CheckWideText(file, bytes);
+        first = false;
+        for (size_t i = 0; i < got; ++i) {
+            char c = piece[i];
+            if (uint8_t(c) >= 32)
+                continue;
+            if (IsStrayControl(c))
+                return file + " is not a text file";
+            carriageReturn = carriageReturn || c == '\r';
+            lineFeed = lineFeed || c == '\n';
+        }
     }
-    if (wide) {
-        void* data = nullptr;
-        unsigned long size = 0;
-        if (FileArchiveLoad(CREFString(name.get()), &data, &size, FILELOAD_TEXT, 0) < 0)
+    if (in.bad() || first)
+        return "cannot read " + file;
+    if (lineFeed && !carriageReturn) {
+        std::ifstream whole(file, std::ios::binary);
+        bytes->assign(std::istreambuf_iterator<char>(whole), std::istreambuf_iterator<char>());
+        if (!whole && !whole.eof())
             return "cannot read " + file;
-        std::wstring text(static_cast<wchar_t*>(data), size);
-        delete[] static_cast<wchar_t*>(data);
-        while (!text.empty() && text.back() == L'\0')
-            text.pop_back();
-        *bytes = ToUtf8(text.data(), int(text.size()));
-    }
-    for (char c : *bytes) {
-        if (uint8_t(c) < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v')
-            return file + " is not a text file";
     }
     return {};
 }

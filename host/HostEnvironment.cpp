@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
+
 #include <filesystem>
 
 namespace {
@@ -37,4 +39,14 @@ std::string HostPath(const std::string& argument)
     if (path.is_absolute() || argument.empty())
         return argument;
     return (gUserFolder / path).lexically_normal().string();
+}
+
+void HostUseLargePages(char** argv)
+{
+    if (std::getenv("GLIBC_TUNABLES"))
+        return;
+    // Set before the restart, so that a second start never restarts again.
+    if (setenv("GLIBC_TUNABLES", "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=67108864", 1) != 0)
+        return;
+    execv("/proc/self/exe", argv);
 }

@@ -8,6 +8,7 @@
 
 #include "persistence/FileNameUTF8.h"
 #include "persistence/FileReplacement.h"
+#include "persistence/LargeBuffer.h"
 #include "persistence/TextDecode.h"
 #include "persistence/TextDetect.h"
 
@@ -83,6 +84,8 @@ int32_t FileArchiveLoad(tagREFString name, void** data, unsigned long* size, sho
     // One buffer for the whole file, even when fewer bytes are wanted.
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[fileSize + kSpareBytes]);
     size_t wanted = BytesToRead(fileSize, maxBytes);
+    // Only the part that is read: a small limit on a large file leaves the rest alone.
+    LargeBufferAdvise(bytes.get(), wanted);
     size_t count = wanted > 0 ? std::fread(bytes.get(), 1, wanted, file.get()) : 0;
     if (count == 0 || count > wanted)
         return E_FAIL;

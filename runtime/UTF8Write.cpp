@@ -3,6 +3,18 @@
 void UTF8Append(std::string& out, const wchar_t* text, int32_t length)
 {
     for (int32_t i = 0; text && i < length; ++i) {
+        // A run of ASCII goes over in one piece: most text is made of it.
+        int32_t run = i;
+        while (run < length && text[run] >= 0 && text[run] < 0x80)
+            ++run;
+        if (run > i) {
+            size_t at = out.size();
+            out.resize(at + size_t(run - i));
+            for (int32_t k = i; k < run; ++k)
+                out[at + size_t(k - i)] = char(text[k]);
+            i = run - 1;
+            continue;
+        }
         uint32_t c = text[i] < 0 ? uint32_t(text[i]) & 0xFFFFu : uint32_t(text[i]);
         if (c > 0x10FFFFu || (c >= 0xD800u && c <= 0xDFFFu))
             c = 0xFFFDu;

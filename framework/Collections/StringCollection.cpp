@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "framework/Collections/CreatableString.h"
+#include "framework/Collections/LineString.h"
 #include "persistence/FileBuffer.h"
 #include "runtime/UTF8Write.h"
 
@@ -21,7 +21,7 @@ int32_t CStringCollection::put_Separator(int character)
     return S_OK;
 }
 
-void CStringCollection::CutLines(CREFString text)
+void CStringCollection::CutLines(const SharedText& shared, CREFString text)
 {
     while (!text.IsEmpty()) {
         CREFString line;
@@ -37,7 +37,8 @@ void CStringCollection::CutLines(CREFString text)
                 --line.m_Length;
             }
         }
-        auto string = SmartPtr<ICreatableString>::Adopt(CCreatableString::New(line));
+        // A line is a view into the file's text: no copy of its own until it changes.
+        auto string = SmartPtr<ICreatableString>::Adopt(CLineString::New(shared, line));
         m_Lines.Add(string);
     }
 }
@@ -53,23 +54,28 @@ int32_t CStringCollection::Load()
     int32_t result = FileArchiveLoad(name, &data, &size, FILELOAD_TEXT, 0);
     if (result < 0)
         return result;
-    std::unique_ptr<wchar_t[]> text(static_cast<wchar_t*>(data));
+    SharedText text(static_cast<wchar_t*>(data));
     // A file read as UTF-8 is written back as UTF-8, any other as 16-bit text.
     m_TextEncoding = result == S_FALSE ? kEncodingUTF8 : kEncodingUTF16;
     CREFString content(text.get(), size > 0x7FFFFFFFul ? 0x7FFFFFFF : int32_t(size));
     // The 16-bit reading counts a closing zero that is no part of the text.
     if (content.m_Length > 0 && content.m_Buffer[content.m_Length - 1] == L'\0')
         --content.m_Length;
-    CutLines(content);
+    CutLines(text, content);
     m_Modified = 0;
     m_HasFile = 1;
     return S_OK;
 }
 
+std::wstring CStringCollection::LineEnding() const
+{
+    return m_Separator == L'\r' ? std::wstring(L"\r\n") : std::wstring(1, m_Separator);
+}
+
 std::wstring CStringCollection::JoinLines() const
 {
     // Every line ends with a break, the last one too, so reading gives the same lines.
-    std::wstring ending = m_Separator == L'\r' ? std::wstring(L"\r\n") : std::wstring(1, m_Separator);
+    std::wstring ending = LineEnding();
     std::wstring text;
     for (int i = 0; i < m_Lines.Size(); ++i) {
         CREFString line(m_Lines.At(i));
@@ -80,19 +86,34 @@ std::wstring CStringCollection::JoinLines() const
     return text;
 }
 
+std::string CStringCollection::JoinLinesUTF8() const
+{
+    // The same text as JoinLines, made into bytes line by line: no wide copy of the whole.
+    std::string ending;
+    std::wstring wideEnding = LineEnding();
+    UTF8Append(ending, wideEnding.data(), int32_t(wideEnding.size()));
+    std::string bytes;
+    for (int i = 0; i < m_Lines.Size(); ++i) {
+        CREFString line(m_Lines.At(i));
+        if (line.m_Length > 0)
+            UTF8Append(bytes, line.m_Buffer, line.m_Length);
+        bytes += ending;
+    }
+    return bytes;
+}
+
 int32_t CStringCollection::Save()
 {
     CREFString name(m_Filename.get());
     if (name.IsEmpty())
         return E_FAIL;
-    std::wstring text = JoinLines();
     int32_t result = E_FAIL;
     if (m_TextEncoding == kEncodingUTF16) {
+        std::wstring text = JoinLines();
         result = FileArchiveSave(name, reinterpret_cast<unsigned char*>(text.data()), text.size() * sizeof(wchar_t),
                                  1, 0);
     } else {
-        std::string bytes;
-        UTF8Append(bytes, text.data(), int32_t(text.size()));
+        std::string bytes = JoinLinesUTF8();
         result = FileArchiveSave(name, reinterpret_cast<unsigned char*>(bytes.data()), bytes.size(), 0, 0);
     }
     if (result >= 0) {

@@ -3,6 +3,7 @@
 // hand and saved as a new file.
 #pragma once
 #include "framework/Collections/ItemList.h"
+#include "framework/Collections/LineString.h"
 #include "persistence/FileArchiveImpl.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
@@ -38,8 +39,10 @@ public:
     static constexpr int kEncodingUTF16 = 16;
 
 private:
-    void CutLines(CREFString text);
+    void CutLines(const SharedText& shared, CREFString text);
+    std::wstring LineEnding() const;
     std::wstring JoinLines() const;
+    std::string JoinLinesUTF8() const;
 
     CItemList m_Lines;
     wchar_t m_Separator = L'\n';

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "persistence/LargeBuffer.h"
 #include "runtime/Result.h"
 
 namespace {
@@ -47,8 +48,11 @@ int32_t ReadWholeFile(const std::string& path, size_t limit, std::vector<unsigne
         return E_FAIL;
     struct stat info;
     bool good = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size >= 0 && size_t(info.st_size) <= limit;
-    if (good)
+    if (good) {
+        bytes->reserve(size_t(info.st_size));
+        LargeBufferAdvise(bytes->data(), bytes->capacity());
         bytes->resize(size_t(info.st_size));
+    }
     size_t have = 0;
     while (good && have < bytes->size()) {
         ssize_t got = read(fd, bytes->data() + have, bytes->size() - have);

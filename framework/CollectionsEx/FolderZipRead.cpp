@@ -7,6 +7,7 @@
 
 #include "framework/CollectionsEx/FolderEntryNames.h"
 #include "framework/CollectionsEx/WideUTF8.h"
+#include "persistence/LargeBuffer.h"
 #include "runtime/Result.h"
 
 namespace {
@@ -74,6 +75,10 @@ bool TreeBuilder::ReadItem(zip_uint64_t index, std::vector<unsigned char>* bytes
         return false;
     size_t size = size_t(stat.size);
     bool good = true;
+    // The stated size is within the limits checked above: room for it at once, so
+    // that the steps below don't move the bytes again and again.
+    bytes->reserve(size);
+    LargeBufferAdvise(bytes->data(), bytes->capacity());
     constexpr size_t kStep = 64 * 1024;
     while (good && bytes->size() < size) {
         size_t have = bytes->size();

@@ -137,4 +137,53 @@ TEST_F(StringCollectionTest, AMissingFileLeavesNoLines)
     EXPECT_LT(lines->get_Item(0, item.Receive()), 0);
 }
 
+// Lines read from a file share its text: each changes alone, an empty one still
+// ends in a terminator, and all outlive the collection and a reload of it.
+TEST_F(StringCollectionTest, ReadLinesChangeAloneAndOutliveTheirCollection)
+{
+    auto file = m_Folder / "lines.txt";
+    vxtest::WriteBytes(file, "alpha\r\n\r\ngamma\r\ndelta\r\n");
+    auto lines = Open(file, 13);
+    ASSERT_TRUE(lines);
+    std::vector<SmartPtr<ICreatableString>> held;
+    for (int i = 0; i < 4; ++i) {
+        SmartPtr<IUnknown> line;
+        lines->get_Item(i, line.Receive());
+        held.push_back(line.As<ICreatableString>());
+        ASSERT_TRUE(held.back());
+    }
+    wchar_t* buffer = nullptr;
+    int length = -1;
+    held[1]->GetBuffer(&buffer, &length);
+    ASSERT_TRUE(buffer);
+    EXPECT_EQ(length, 0);
+    EXPECT_EQ(buffer[0], L'\0');
+
+    struct Change {
+        int m_Line;
+        bool m_Append;
+        const wchar_t* m_Text;
+    };
+    const Change changes[] = {{0, true, L"+"}, {2, false, L"G"}, {1, true, L"beta"}, {0, true, L"!"}};
+    for (const Change& c : changes) {
+        if (c.m_Append)
+            held[size_t(c.m_Line)]->Append(CREFString(c.m_Text));
+        else
+            held[size_t(c.m_Line)]->Clone(CREFString(c.m_Text));
+    }
+    const std::vector<std::wstring> changed = {L"alpha+!", L"beta", L"G", L"delta"};
+    EXPECT_EQ(Lines(lines), changed);
+    auto copy = m_Folder / "copy.txt";
+    EXPECT_GE(vxtest::ArchiveSave(lines, copy), 0);
+    EXPECT_EQ(vxtest::ReadBytes(copy), "alpha+!\r\nbeta\r\nG\r\ndelta\r\n");
+
+    // A reload and the collection's end leave the lines held elsewhere whole.
+    vxtest::WriteBytes(file, "other\r\n");
+    EXPECT_GE(vxtest::ArchiveLoad(lines, file), 0);
+    EXPECT_EQ(Lines(lines), std::vector<std::wstring>{L"other"});
+    lines = nullptr;
+    for (size_t i = 0; i < held.size(); ++i)
+        EXPECT_EQ(Text(SmartPtr<IUnknown>(held[i].get())), changed[i]);
+}
+
 } // namespace

@@ -441,3 +441,63 @@ TEST_F(SongConvertStreamTest, ReplicaHasTheValuesAndItsOwnInputs)
 }
 
 } // namespace
+
+// The deuterocanonical books of a translation that has them stand between the
+// testaments; their names begin with a numeral, hold brackets, or have one chapter.
+TEST_F(SongConvertTest, BooksBetweenTheTestamentsAreBooksLikeAnyOther)
+{
+    struct Book {
+        std::wstring m_Name;
+        std::wstring m_File;
+        int m_Chapter;
+        std::wstring m_Verse;
+    };
+    const Book books[] = {
+        {L"Malachi", L"Malachi.bbl", 1, L"1. A revelation"},
+        {L"Tobit", L"Tobit.bbl", 1, L"1. The book of the words of Tobit"},
+        {L"Esther (Greek)", L"Esther (Greek).bbl", 1, L"1. In the second year"},
+        {L"1 Maccabees", L"1 Maccabees.bbl", 1, L"1. After Alexander"},
+        {L"II Maccabees", L"II Maccabees.bbl", 1, L"1. The brothers"},
+        {L"Additional Psalm", L"Additional Psalm.bbl", 1, L"1. I was small among my brothers,"},
+        {L"Matthew", L"Matthew.bbl", 1, L"1. The book of the genealogy"},
+    };
+    std::wstring text;
+    std::wstring list = L"[Bible]\r\nabbreviation = VDCC\r\n";
+    for (size_t i = 0; i < std::size(books); ++i) {
+        text += books[i].m_Name + L"\r\n" + std::to_wstring(books[i].m_Chapter) + L"\r\n" + books[i].m_Verse + L"\r\n";
+        list += std::to_wstring(i + 1) + L" = " + books[i].m_Name + L"\r\n";
+    }
+    ASSERT_EQ(ConvertText(Narrow(text)), S_OK);
+    auto files = Output();
+    EXPECT_EQ(files[L"bible.ini"], std::vector<std::wstring>{list});
+    EXPECT_EQ(files.size(), std::size(books) + 1);
+
+    auto bible = Create<IFileArchive>(L"VXBible");
+    bible->put_Filename(Str(m_Out.wstring()));
+    ASSERT_GE(bible->Load(), 0);
+    auto collection = bible.As<INamedCollection>();
+    int count = 0;
+    collection->get_Count(&count);
+    ASSERT_EQ(count, int(std::size(books)));
+    for (int i = 0; i < count; ++i) {
+        const Book& book = books[i];
+        SCOPED_TRACE(Narrow(book.m_Name));
+        EXPECT_EQ(files[book.m_File],
+                  (std::vector<std::wstring>{book.m_Name + L" " + std::to_wstring(book.m_Chapter), book.m_Verse}));
+        SmartPtr<IString> name;
+        SmartPtr<IUnknown> item;
+        collection->get_ItemName(i, name.Receive());
+        collection->get_Item(i, item.Receive());
+        EXPECT_EQ(Text(name), book.m_Name);
+        if (auto file = item.As<IFileArchive>())
+            file->Load();
+        auto loaded = item.As<IVXBook>();
+        ASSERT_TRUE(loaded);
+        SmartPtr<IString> verse;
+        ASSERT_GE(loaded->get_Verse(book.m_Chapter - 1, 0, 1, verse.Receive()), 0);
+        std::wstring got = Text(verse);
+        while (!got.empty() && (got.back() == L'\r' || got.back() == L'\n'))
+            got.pop_back();
+        EXPECT_EQ(got, book.m_Verse);
+    }
+}
