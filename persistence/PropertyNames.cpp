@@ -3,6 +3,8 @@
 #include <cwchar>
 #include <cwctype>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "persistence/PathMapping.h"
 #include "runtime/Module.h"
@@ -36,17 +38,39 @@ SmartPtr<IString> PROPIDText(int id)
     return PROPText(digits);
 }
 
-SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
+struct PROPTableHold::Kept {
+    std::vector<std::pair<std::wstring, SmartPtr<INamedCollection>>> m_Tables;
+};
+
+namespace {
+
+// The tables of the outermost hold of this thread, or null when none is open.
+thread_local PROPTableHold::Kept* gHeldTables = nullptr;
+
+// The name that the table is asked for by: the owner's own text, or the name of
+// the component that the object says it is. Empty: keep nothing.
+std::wstring PROPHoldKey(IString* ownerName, IUnknown* object)
 {
-    // Only a given owner may be a name: the object itself may well read as a string.
-    auto name = QueryAs<IString>(owner);
+    if (ownerName) {
+        CREFString text(static_cast<IUnknown*>(ownerName));
+        return text.m_Length > 0 && text.m_Buffer ? std::wstring(text.m_Buffer, size_t(text.m_Length)) : std::wstring();
+    }
+    tagREFString name{0, nullptr};
+    auto info = QueryAs<IObjectInfo>(object);
+    if (!info || info->GetName(0, &name) < 0 || name.m_Length < 1 || !name.m_Buffer)
+        return std::wstring();
+    return std::wstring(name.m_Buffer, size_t(name.m_Length));
+}
+
+SmartPtr<INamedCollection> PROPLookUpTable(SmartPtr<IString> name, IUnknown* object)
+{
     if (!name) {
         IID iid = IComponentString::Iid();
         auto record = SmartPtr<IComponentString>::Adopt(
             static_cast<IComponentString*>(static_cast<void*>(CreateObject(REFLiteral(L"ComponentString"), &iid))));
         if (!record)
             return nullptr;
-        record->put_Object(owner ? owner : self);
+        record->put_Object(object);
         record->get_Field(COMPONENT_FIELD_NAME, name.Receive());
     }
     IID iid = IStringTable::Iid();
@@ -55,6 +79,41 @@ SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
     SmartPtr<INamedCollection> table;
     if (strings && name)
         strings->get_Table(name, table.Receive());
+    return table;
+}
+
+} // namespace
+
+PROPTableHold::PROPTableHold()
+{
+    if (!gHeldTables) {
+        m_Kept = new Kept;
+        gHeldTables = m_Kept;
+    }
+}
+
+PROPTableHold::~PROPTableHold()
+{
+    if (!m_Kept)
+        return;
+    gHeldTables = nullptr;
+    delete m_Kept;
+}
+
+SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
+{
+    // Only a given owner may be a name: the object itself may well read as a string.
+    auto name = QueryAs<IString>(owner);
+    IUnknown* object = owner ? owner : self;
+    std::wstring key = gHeldTables ? PROPHoldKey(name.get(), object) : std::wstring();
+    if (key.empty())
+        return PROPLookUpTable(name, object);
+    for (const auto& [heldKey, table] : gHeldTables->m_Tables)
+        if (heldKey == key)
+            return table;
+    // A missing table is kept as well: it stays missing for the length of the hold.
+    SmartPtr<INamedCollection> table = PROPLookUpTable(name, object);
+    gHeldTables->m_Tables.emplace_back(std::move(key), table);
     return table;
 }
 

@@ -1,5 +1,6 @@
 // The song's text forms: the tagged file body with its attribute block, the bare
 // verse tags, and the dispatch to the plain form.
+#include "persistence/PropertyNames.h"
 #include "persistence/TagScan.h"
 #include "persistence/TextLine.h"
 #include "runtime/Factories.h"
@@ -123,6 +124,8 @@ void CVXSong::PrintAttributes(ICreatableString* text)
 
 int32_t CVXSong::SetVerses(tagREFString text, short mode)
 {
+    // Every verse made here asks for the same string table: it is looked up once.
+    PROPTableHold tables;
     if (mode == SONGVERSES_CCLI)
         return ImportCCLI(text);
     // The caller's text may be this song's own: scan a copy.
