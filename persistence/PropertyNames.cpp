@@ -39,7 +39,13 @@ SmartPtr<IString> PROPIDText(int id)
 }
 
 struct PROPTableHold::Kept {
-    std::vector<std::pair<std::wstring, SmartPtr<INamedCollection>>> m_Tables;
+    // One component's table, and the texts already taken from it by id.
+    struct Table {
+        std::wstring m_Key;
+        SmartPtr<INamedCollection> m_Table;
+        std::vector<std::pair<int, SmartPtr<IString>>> m_Texts;
+    };
+    std::vector<Table> m_Tables;
 };
 
 namespace {
@@ -49,17 +55,15 @@ thread_local PROPTableHold::Kept* gHeldTables = nullptr;
 
 // The name that the table is asked for by: the owner's own text, or the name of
 // the component that the object says it is. Empty: keep nothing.
-std::wstring PROPHoldKey(IString* ownerName, IUnknown* object)
+CREFString PROPHoldKey(IString* ownerName, IUnknown* object)
 {
-    if (ownerName) {
-        CREFString text(static_cast<IUnknown*>(ownerName));
-        return text.m_Length > 0 && text.m_Buffer ? std::wstring(text.m_Buffer, size_t(text.m_Length)) : std::wstring();
-    }
+    if (ownerName)
+        return CREFString(static_cast<IUnknown*>(ownerName));
     tagREFString name{0, nullptr};
     auto info = QueryAs<IObjectInfo>(object);
-    if (!info || info->GetName(0, &name) < 0 || name.m_Length < 1 || !name.m_Buffer)
-        return std::wstring();
-    return std::wstring(name.m_Buffer, size_t(name.m_Length));
+    if (!info || info->GetName(0, &name) < 0 || !name.m_Buffer)
+        return CREFString();
+    return CREFString(name);
 }
 
 SmartPtr<INamedCollection> PROPLookUpTable(SmartPtr<IString> name, IUnknown* object)
@@ -82,6 +86,26 @@ SmartPtr<INamedCollection> PROPLookUpTable(SmartPtr<IString> name, IUnknown* obj
     return table;
 }
 
+// The held table of the component, looked up now if it is not held yet; null when
+// no hold is open or the component can't be named.
+PROPTableHold::Kept::Table* PROPHeldTable(IUnknown* owner, IUnknown* self)
+{
+    if (!gHeldTables)
+        return nullptr;
+    auto name = QueryAs<IString>(owner);
+    IUnknown* object = owner ? owner : self;
+    CREFString key = PROPHoldKey(name.get(), object);
+    if (key.m_Length < 1 || !key.m_Buffer)
+        return nullptr;
+    for (PROPTableHold::Kept::Table& held : gHeldTables->m_Tables)
+        if (held.m_Key.size() == size_t(key.m_Length) && std::wmemcmp(held.m_Key.data(), key.m_Buffer, held.m_Key.size()) == 0)
+            return &held;
+    // A missing table is kept as well: it stays missing for the length of the hold.
+    PROPTableHold::Kept::Table held{std::wstring(key.m_Buffer, size_t(key.m_Length)), PROPLookUpTable(name, object), {}};
+    gHeldTables->m_Tables.push_back(std::move(held));
+    return &gHeldTables->m_Tables.back();
+}
+
 } // namespace
 
 PROPTableHold::PROPTableHold()
@@ -102,19 +126,23 @@ PROPTableHold::~PROPTableHold()
 
 SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
 {
+    if (PROPTableHold::Kept::Table* held = PROPHeldTable(owner, self))
+        return held->m_Table;
     // Only a given owner may be a name: the object itself may well read as a string.
-    auto name = QueryAs<IString>(owner);
-    IUnknown* object = owner ? owner : self;
-    std::wstring key = gHeldTables ? PROPHoldKey(name.get(), object) : std::wstring();
-    if (key.empty())
-        return PROPLookUpTable(name, object);
-    for (const auto& [heldKey, table] : gHeldTables->m_Tables)
-        if (heldKey == key)
-            return table;
-    // A missing table is kept as well: it stays missing for the length of the hold.
-    SmartPtr<INamedCollection> table = PROPLookUpTable(name, object);
-    gHeldTables->m_Tables.emplace_back(std::move(key), table);
-    return table;
+    return PROPLookUpTable(QueryAs<IString>(owner), owner ? owner : self);
+}
+
+SmartPtr<IString> PROPOwnerTableText(IUnknown* owner, IUnknown* self, int id)
+{
+    PROPTableHold::Kept::Table* held = PROPHeldTable(owner, self);
+    if (!held)
+        return PROPTableText(PROPOwnerTable(owner, self), id);
+    for (const auto& [heldID, text] : held->m_Texts)
+        if (heldID == id)
+            return text;
+    SmartPtr<IString> text = PROPTableText(held->m_Table, id);
+    held->m_Texts.emplace_back(id, text);
+    return text;
 }
 
 // The text of the item named id, or null. Names are matched whole: a table's

@@ -45,6 +45,9 @@ public:
 private:
     Kept* m_Kept = nullptr;
 };
+// The text of item id in the string table that PROPOwnerTable finds; null when
+// there is none. Under a hold, each text is taken from the table once.
+SmartPtr<IString> PROPOwnerTableText(IUnknown* owner, IUnknown* self, int id);
 // The text of the table's item named id, or null.
 SmartPtr<IString> PROPTableText(INamedCollection* table, int id);
 // The name of a property in the stream forms.
