@@ -73,19 +73,25 @@ bool ContainsNoCase(CREFString haystack, CREFString needle)
 
 int32_t CVXSong::Find(IString* query, int, IUnknown**)
 {
-    // A song list searches songs it has not opened yet: the first search reads the file.
-    if (m_HasFile == 0)
-        Load();
     CREFString text(query ? static_cast<IUnknown*>(query) : nullptr);
-    if (text.m_Length < 1 || !text.m_Buffer)
+    bool empty = text.m_Length < 1 || !text.m_Buffer;
+    int32_t equals = 0;
+    while (!empty && equals < text.m_Length && text.m_Buffer[equals] != L'=')
+        ++equals;
+    bool attributeOnly = !empty && (text.m_Buffer[0] == L'#' || equals < text.m_Length - 1);
+    // A song list searches songs it has not opened yet: the first search reads the
+    // file. A search of one attribute leaves the verses to be cut when they are
+    // wanted, unless an owner is listening for them.
+    if (attributeOnly && !m_Parent)
+        LoadAttributes();
+    else if (m_HasFile == 0)
+        Load();
+    if (empty)
         return E_FAIL;
     if (text.m_Buffer[0] == L'#')
         return AttributeContains(this, REFLiteral(L"ccli_number"), CREFString(text.m_Buffer + 1, text.m_Length - 1))
                    ? S_OK
                    : E_FAIL;
-    int32_t equals = 0;
-    while (equals < text.m_Length && text.m_Buffer[equals] != L'=')
-        ++equals;
     if (equals < text.m_Length - 1) {
         CREFString field(text.m_Buffer, equals);
         CREFString value(text.m_Buffer + equals + 1, text.m_Length - equals - 1);
