@@ -16,6 +16,21 @@ void CVXSong::CutPendingVerses()
     Unlock();
 }
 
+bool CVXSong::ScanPendingVerses(CREFString query, bool* found)
+{
+    Lock();
+    bool pending = bool(m_PendingText);
+    if (pending) {
+        m_ScanQuery = &query;
+        m_ScanFound = false;
+        SplitVerses(CREFString(m_PendingText.get(), m_PendingLength));
+        *found = m_ScanFound;
+        m_ScanQuery = nullptr;
+    }
+    Unlock();
+    return pending;
+}
+
 int32_t CVXSong::get_Count(int* count)
 {
     CutPendingVerses();

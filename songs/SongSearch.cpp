@@ -78,13 +78,12 @@ int32_t CVXSong::Find(IString* query, int, IUnknown**)
     int32_t equals = 0;
     while (!empty && equals < text.m_Length && text.m_Buffer[equals] != L'=')
         ++equals;
-    bool attributeOnly = !empty && (text.m_Buffer[0] == L'#' || equals < text.m_Length - 1);
     // A song list searches songs it has not opened yet: the first search reads the
-    // file. A search of one attribute leaves the verses to be cut when they are
-    // wanted, unless an owner is listening for them.
-    if (attributeOnly && !m_Parent)
+    // file. The verses are left to be cut when they are wanted, unless an owner is
+    // listening for them.
+    if (!m_Parent)
         LoadAttributes();
-    else if (m_HasFile == 0)
+    else
         Load();
     if (empty)
         return E_FAIL;
@@ -107,7 +106,11 @@ int32_t CVXSong::Find(IString* query, int, IUnknown**)
             }
         return AttributeContains(this, name, value) ? S_OK : E_FAIL;
     }
-    // Only the verse texts are looked at, not their names.
+    // Only the verse texts are looked at, not their names. Uncut verses are looked
+    // through where they stand, each as the verse would hold it.
+    bool found = false;
+    if (ScanPendingVerses(text, &found))
+        return found ? S_OK : E_FAIL;
     SmartPtr<IString> verse;
     for (int index = 0; get_Verse(1, index, 1, verse.Receive()) >= 0; ++index) {
         if (ContainsNoCase(CREFString(verse.get()), text))

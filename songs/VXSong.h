@@ -111,13 +111,19 @@ public:
 
 private:
     // Reads the file as Load does, but keeps the text of the verses uncut until
-    // something asks for them: a search of one attribute needs no verses.
+    // something asks for them: a search needs no verse objects.
     void LoadAttributes();
     // The common part of Load and LoadAttributes.
     void ReadFile(bool cutVerses);
     // Cuts the verses that LoadAttributes left, as Load would have; the song stays
     // as modified as it was.
     void CutPendingVerses();
+    // Looks through the verses that LoadAttributes left uncut, without making them:
+    // *found tells whether the text of one contains query. False, with nothing
+    // looked at, when no verses wait uncut.
+    bool ScanPendingVerses(CREFString query, bool* found);
+    // Cuts source into verses by its form: tagged (true) or plain (false).
+    bool SplitVerses(CREFString source);
     void SplitPlain(CREFString text);
     // The verse elements of text, each as a verse named by its first attribute.
     void SplitTagged(CREFString text);
@@ -134,6 +140,9 @@ private:
     // The text whose verses are not cut yet, as the file gave it; null when none.
     std::unique_ptr<wchar_t[]> m_PendingText;
     int32_t m_PendingLength = 0;
+    // While ScanPendingVerses runs: AddVerse only compares the text with this query.
+    const CREFString* m_ScanQuery = nullptr;
+    bool m_ScanFound = false;
 
 public:
     // IUnknown answers first; the attribute set is reached through the song last of all.

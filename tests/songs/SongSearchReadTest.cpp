@@ -76,7 +76,7 @@ TEST_F(SongSearchRead, EveryRoadSeesWhatAWholeReadingGives)
          }},
     };
     for (const auto& file : files)
-        for (const wchar_t* query : {L"author=nobody", L"#1", L"copyright = public"})
+        for (const wchar_t* query : {L"author=nobody", L"#1", L"copyright = public", L"grace", L""})
             for (const Road& road : roads) {
                 auto whole = NewSong();
                 ASSERT_EQ(ArchiveLoad(whole, file), S_OK);
@@ -86,6 +86,32 @@ TEST_F(SongSearchRead, EveryRoadSeesWhatAWholeReadingGives)
                 EXPECT_EQ(road.look(searched), road.look(whole)) << road.what << " after " << Narrow(query) << " in "
                                                                  << file.filename();
             }
+}
+
+TEST_F(SongSearchRead, UncutVersesAnswerAsCutOnes)
+{
+    TempFolder folder;
+    const std::string texts[] = {
+        "aaab line\n\n   padded  \n\n{a comment}\nlast one\n",
+        "<attributes><author>John Newton</author></attributes>\n<verses><verse id=\"a\"> first </verse>"
+        "<verse id=\"b\">  </verse><verse id=\"c\">second</verse></verses>",
+        "<verse id=\"x\">bare one</verse>\n<verse>bare two</verse>",
+    };
+    const wchar_t* queries[] = {L"aab",  L"aaab", L"padded", L"  padded", L"line\n\n   pad", L"comment", L"LAST",
+                                L"newton", L"first", L"first </verse>", L"bare two", L"verse", L"title=", L"="};
+    for (size_t f = 0; f < std::size(texts); ++f) {
+        const auto file = folder / ("song" + std::to_string(f) + ".txt");
+        WriteBytes(file, texts[f]);
+        auto whole = NewSong();
+        ASSERT_EQ(ArchiveLoad(whole, file), S_OK);
+        for (const wchar_t* query : queries) {
+            auto searched = NewSong();
+            searched.As<IFileArchive>()->put_Filename(Str(file.wstring()));
+            EXPECT_EQ(searched.As<IVXSearch>()->Find(Str(query), 0, nullptr),
+                      whole.As<IVXSearch>()->Find(Str(query), 0, nullptr))
+                << Narrow(query) << " in " << texts[f];
+        }
+    }
 }
 
 } // namespace
