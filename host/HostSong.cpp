@@ -31,11 +31,6 @@ bool HostNameFits(const std::string& file, std::string* error)
     return false;
 }
 
-bool HostControlCharacter(long c)
-{
-    return (c >= 0 && c < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v') || c == 127;
-}
-
 namespace {
 
 // Control characters other than line ends and tabs mean a file of another kind.

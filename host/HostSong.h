@@ -29,7 +29,10 @@ bool HostNameFits(const std::string& file, std::string* error);
 
 // A character that no text file holds: a control character other than a line end
 // or a tab. Wide characters from 0x8000 on come negative and are text.
-bool HostControlCharacter(long c);
+inline bool HostControlCharacter(long c)
+{
+    return (c >= 0 && c < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v') || c == 127;
+}
 
 // Loads a song file (".sng" or plain text) through the song's own Load.
 bool HostLoadSong(const std::string& file, IVXSong* song, std::string* error);
