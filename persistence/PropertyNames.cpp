@@ -2,7 +2,9 @@
 
 #include <cwchar>
 #include <cwctype>
+#include <atomic>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -51,7 +53,22 @@ struct PROPTableHold::Kept {
 namespace {
 
 // The tables of the outermost hold of this thread, or null when none is open.
-thread_local PROPTableHold::Kept* gHeldTables = nullptr;
+// One hold at a time, on the thread that opened it: other threads look their
+// tables up as if none were open. Only the owner thread touches the kept tables.
+std::atomic<std::thread::id> gHoldOwner{std::thread::id()};
+
+PROPTableHold::Kept& HeldTables()
+{
+    // Emptied at the end of every hold; made once and kept to the end of the process.
+    static PROPTableHold::Kept* const gKept = new PROPTableHold::Kept;
+    return *gKept;
+}
+
+// The kept tables if this thread holds them, else null.
+PROPTableHold::Kept* OwnHeldTables()
+{
+    return gHoldOwner.load(std::memory_order_acquire) == std::this_thread::get_id() ? &HeldTables() : nullptr;
+}
 
 // The name that the table is asked for by: the owner's own text, or the name of
 // the component that the object says it is. Empty: keep nothing.
@@ -90,38 +107,37 @@ SmartPtr<INamedCollection> PROPLookUpTable(SmartPtr<IString> name, IUnknown* obj
 // no hold is open or the component can't be named.
 PROPTableHold::Kept::Table* PROPHeldTable(IUnknown* owner, IUnknown* self)
 {
-    if (!gHeldTables)
+    PROPTableHold::Kept* kept = OwnHeldTables();
+    if (!kept)
         return nullptr;
     auto name = QueryAs<IString>(owner);
     IUnknown* object = owner ? owner : self;
     CREFString key = PROPHoldKey(name.get(), object);
     if (key.m_Length < 1 || !key.m_Buffer)
         return nullptr;
-    for (PROPTableHold::Kept::Table& held : gHeldTables->m_Tables)
+    for (PROPTableHold::Kept::Table& held : kept->m_Tables)
         if (held.m_Key.size() == size_t(key.m_Length) && std::wmemcmp(held.m_Key.data(), key.m_Buffer, held.m_Key.size()) == 0)
             return &held;
     // A missing table is kept as well: it stays missing for the length of the hold.
     PROPTableHold::Kept::Table held{std::wstring(key.m_Buffer, size_t(key.m_Length)), PROPLookUpTable(name, object), {}};
-    gHeldTables->m_Tables.push_back(std::move(held));
-    return &gHeldTables->m_Tables.back();
+    kept->m_Tables.push_back(std::move(held));
+    return &kept->m_Tables.back();
 }
 
 } // namespace
 
 PROPTableHold::PROPTableHold()
 {
-    if (!gHeldTables) {
-        m_Kept = new Kept;
-        gHeldTables = m_Kept;
-    }
+    std::thread::id none;
+    m_Owner = gHoldOwner.compare_exchange_strong(none, std::this_thread::get_id(), std::memory_order_acq_rel);
 }
 
 PROPTableHold::~PROPTableHold()
 {
-    if (!m_Kept)
+    if (!m_Owner)
         return;
-    gHeldTables = nullptr;
-    delete m_Kept;
+    HeldTables().m_Tables.clear();
+    gHoldOwner.store(std::thread::id(), std::memory_order_release);
 }
 
 SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)

@@ -32,7 +32,8 @@ SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self);
 // While one lives on a thread, PROPOwnerTable hands out again the table it found
 // for a component, instead of asking for it anew: a song that cuts its text into
 // verses looks the verse's table up once, not twice for every verse. Holds nest;
-// the outermost one keeps the tables and lets them go when it ends.
+// the outermost one keeps the tables and lets them go when it ends. One thread at
+// a time holds; another thread meanwhile looks its tables up each time.
 class PROPTableHold {
 public:
     PROPTableHold();
@@ -43,7 +44,7 @@ public:
     struct Kept;
 
 private:
-    Kept* m_Kept = nullptr;
+    bool m_Owner = false;
 };
 // The text of item id in the string table that PROPOwnerTable finds; null when
 // there is none. Under a hold, each text is taken from the table once.
