@@ -16,10 +16,12 @@ namespace fs = std::filesystem;
 
 SmartPtr<IString> WideName(const std::string& file) { return SmartPtr<IString>::Adopt(ISCreate(file.data(), int(file.size()))); }
 
+} // namespace
+
 // The module names files in its own narrow form; a path that it would write
 // differently (too long, or with characters it counts otherwise) would reach
 // some other file.
-bool NameFits(const std::string& file, std::string* error)
+bool HostNameFits(const std::string& file, std::string* error)
 {
     char narrow[kFileNameBytes];
     FileNameToUTF8(CREFString(WideName(file).get()), narrow);
@@ -29,12 +31,14 @@ bool NameFits(const std::string& file, std::string* error)
     return false;
 }
 
+namespace {
+
 // Control characters other than line ends and tabs mean a file of another kind.
 // (16-bit units from 0x8000 on arrive negative and are text.)
 bool LooksBinary(const std::wstring& text)
 {
     for (wchar_t c : text)
-        if ((c >= 0 && c < 32 && c != L'\t' && c != L'\n' && c != L'\r' && c != L'\f' && c != L'\v') || c == 127)
+        if (HostControlCharacter(c))
             return true;
     return false;
 }
@@ -101,7 +105,7 @@ bool HostReadText(const std::string& file, std::wstring* text, std::string* erro
         *error = "cannot read " + file + ": it is a folder";
         return false;
     }
-    if (!NameFits(file, error))
+    if (!HostNameFits(file, error))
         return false;
     void* data = nullptr;
     unsigned long size = 0;
@@ -188,7 +192,7 @@ bool HostWriteSong(IVXSong* song, const std::string& out, bool force, std::strin
         *error = out + " exists; add --force to replace it";
         return false;
     }
-    if (!NameFits(out, error))
+    if (!HostNameFits(out, error))
         return false;
     auto archive = QueryAs<IFileArchive>(song);
     archive->put_Filename(WideName(out));

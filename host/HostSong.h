@@ -24,6 +24,16 @@ private:
 // with a message naming the file if it is missing, a folder, unreadable or binary.
 bool HostReadText(const std::string& file, std::wstring* text, std::string* error);
 
+// False with a message naming the file if the module would spell its path otherwise.
+bool HostNameFits(const std::string& file, std::string* error);
+
+// A character that no text file holds: a control character other than a line end
+// or a tab. Wide characters from 0x8000 on come negative and are text.
+inline bool HostControlCharacter(long c)
+{
+    return (c >= 0 && c < 32 && c != '\t' && c != '\n' && c != '\r' && c != '\f' && c != '\v') || c == 127;
+}
+
 // Loads a song file (".sng" or plain text) through the song's own Load.
 bool HostLoadSong(const std::string& file, IVXSong* song, std::string* error);
 

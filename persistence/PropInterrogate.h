@@ -354,8 +354,7 @@ public:
     // The same with the choices of another entry: several properties may share one list.
     int32_t PropE(int id, int entryID, void* value, int type, IUnknown* owner, int* values)
     {
-        SmartPtr<INamedCollection> table = PROPOwnerTable(owner, static_cast<T*>(this)->Primary());
-        SmartPtr<IString> text = PROPTableText(table, entryID);
+        SmartPtr<IString> text = PROPOwnerTableText(owner, static_cast<T*>(this)->Primary(), entryID);
         if (!text || CREFString(text.get()).IsEmpty())
             return E_FAIL;
         auto choices = SmartPtr<ISuperCollection>::Adopt(CREFString::CreateCollection());

@@ -2,7 +2,11 @@
 
 #include <cwchar>
 #include <cwctype>
+#include <atomic>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "persistence/PathMapping.h"
 #include "runtime/Module.h"
@@ -36,17 +40,58 @@ SmartPtr<IString> PROPIDText(int id)
     return PROPText(digits);
 }
 
-SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
+struct PROPTableHold::Kept {
+    // One component's table, and the texts already taken from it by id.
+    struct Table {
+        std::wstring m_Key;
+        SmartPtr<INamedCollection> m_Table;
+        std::vector<std::pair<int, SmartPtr<IString>>> m_Texts;
+    };
+    std::vector<Table> m_Tables;
+};
+
+namespace {
+
+// The tables of the outermost hold of this thread, or null when none is open.
+// One hold at a time, on the thread that opened it: other threads look their
+// tables up as if none were open. Only the owner thread touches the kept tables.
+std::atomic<std::thread::id> gHoldOwner{std::thread::id()};
+
+PROPTableHold::Kept& HeldTables()
 {
-    // Only a given owner may be a name: the object itself may well read as a string.
-    auto name = QueryAs<IString>(owner);
+    // Emptied at the end of every hold; made once and kept to the end of the process.
+    static PROPTableHold::Kept* const gKept = new PROPTableHold::Kept;
+    return *gKept;
+}
+
+// The kept tables if this thread holds them, else null.
+PROPTableHold::Kept* OwnHeldTables()
+{
+    return gHoldOwner.load(std::memory_order_acquire) == std::this_thread::get_id() ? &HeldTables() : nullptr;
+}
+
+// The name that the table is asked for by: the owner's own text, or the name of
+// the component that the object says it is. Empty: keep nothing.
+CREFString PROPHoldKey(IString* ownerName, IUnknown* object)
+{
+    if (ownerName)
+        return CREFString(static_cast<IUnknown*>(ownerName));
+    tagREFString name{0, nullptr};
+    auto info = QueryAs<IObjectInfo>(object);
+    if (!info || info->GetName(0, &name) < 0 || !name.m_Buffer)
+        return CREFString();
+    return CREFString(name);
+}
+
+SmartPtr<INamedCollection> PROPLookUpTable(SmartPtr<IString> name, IUnknown* object)
+{
     if (!name) {
         IID iid = IComponentString::Iid();
         auto record = SmartPtr<IComponentString>::Adopt(
             static_cast<IComponentString*>(static_cast<void*>(CreateObject(REFLiteral(L"ComponentString"), &iid))));
         if (!record)
             return nullptr;
-        record->put_Object(owner ? owner : self);
+        record->put_Object(object);
         record->get_Field(COMPONENT_FIELD_NAME, name.Receive());
     }
     IID iid = IStringTable::Iid();
@@ -56,6 +101,64 @@ SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
     if (strings && name)
         strings->get_Table(name, table.Receive());
     return table;
+}
+
+// The held table of the component, looked up now if it is not held yet; null when
+// no hold is open or the component can't be named.
+PROPTableHold::Kept::Table* PROPHeldTable(IUnknown* owner, IUnknown* self)
+{
+    PROPTableHold::Kept* kept = OwnHeldTables();
+    if (!kept)
+        return nullptr;
+    auto name = QueryAs<IString>(owner);
+    IUnknown* object = owner ? owner : self;
+    CREFString key = PROPHoldKey(name.get(), object);
+    if (key.m_Length < 1 || !key.m_Buffer)
+        return nullptr;
+    for (PROPTableHold::Kept::Table& held : kept->m_Tables)
+        if (held.m_Key.size() == size_t(key.m_Length) && std::wmemcmp(held.m_Key.data(), key.m_Buffer, held.m_Key.size()) == 0)
+            return &held;
+    // A missing table is kept as well: it stays missing for the length of the hold.
+    PROPTableHold::Kept::Table held{std::wstring(key.m_Buffer, size_t(key.m_Length)), PROPLookUpTable(name, object), {}};
+    kept->m_Tables.push_back(std::move(held));
+    return &kept->m_Tables.back();
+}
+
+} // namespace
+
+PROPTableHold::PROPTableHold()
+{
+    std::thread::id none;
+    m_Owner = gHoldOwner.compare_exchange_strong(none, std::this_thread::get_id(), std::memory_order_acq_rel);
+}
+
+PROPTableHold::~PROPTableHold()
+{
+    if (!m_Owner)
+        return;
+    HeldTables().m_Tables.clear();
+    gHoldOwner.store(std::thread::id(), std::memory_order_release);
+}
+
+SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self)
+{
+    if (PROPTableHold::Kept::Table* held = PROPHeldTable(owner, self))
+        return held->m_Table;
+    // Only a given owner may be a name: the object itself may well read as a string.
+    return PROPLookUpTable(QueryAs<IString>(owner), owner ? owner : self);
+}
+
+SmartPtr<IString> PROPOwnerTableText(IUnknown* owner, IUnknown* self, int id)
+{
+    PROPTableHold::Kept::Table* held = PROPHeldTable(owner, self);
+    if (!held)
+        return PROPTableText(PROPOwnerTable(owner, self), id);
+    for (const auto& [heldID, text] : held->m_Texts)
+        if (heldID == id)
+            return text;
+    SmartPtr<IString> text = PROPTableText(held->m_Table, id);
+    held->m_Texts.emplace_back(id, text);
+    return text;
 }
 
 // The text of the item named id, or null. Names are matched whole: a table's

@@ -29,6 +29,26 @@ SmartPtr<IString> PROPIDText(int id);
 // string, else the component that owner, or failing it self, is an object of.
 // Null when there is none.
 SmartPtr<INamedCollection> PROPOwnerTable(IUnknown* owner, IUnknown* self);
+// While one lives on a thread, PROPOwnerTable hands out again the table it found
+// for a component, instead of asking for it anew: a song that cuts its text into
+// verses looks the verse's table up once, not twice for every verse. Holds nest;
+// the outermost one keeps the tables and lets them go when it ends. One thread at
+// a time holds; another thread meanwhile looks its tables up each time.
+class PROPTableHold {
+public:
+    PROPTableHold();
+    ~PROPTableHold();
+    PROPTableHold(const PROPTableHold&) = delete;
+    PROPTableHold& operator=(const PROPTableHold&) = delete;
+
+    struct Kept;
+
+private:
+    bool m_Owner = false;
+};
+// The text of item id in the string table that PROPOwnerTable finds; null when
+// there is none. Under a hold, each text is taken from the table once.
+SmartPtr<IString> PROPOwnerTableText(IUnknown* owner, IUnknown* self, int id);
 // The text of the table's item named id, or null.
 SmartPtr<IString> PROPTableText(INamedCollection* table, int id);
 // The name of a property in the stream forms.

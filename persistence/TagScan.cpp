@@ -1,5 +1,6 @@
 #include "persistence/TagScan.h"
 
+#include <cwchar>
 #include <initializer_list>
 
 namespace {
@@ -32,8 +33,19 @@ constexpr tagREFString kNoText{0, nullptr};
 int32_t FindPattern(const tagREFString& text, const TagPattern& pattern)
 {
     int32_t length = pattern.Length();
+    if (length < 1)
+        return -1;
+    const wchar_t first = pattern.At(0);
     int32_t matched = 0;
     for (int32_t i = 0; i < text.m_Length; ++i) {
+        if (matched == 0) {
+            // Nothing matched yet: only the pattern's first character starts a match,
+            // so the text is skipped up to the next one in a single sweep.
+            const wchar_t* next = std::wmemchr(text.m_Buffer + i, first, size_t(text.m_Length - i));
+            if (!next)
+                return -1;
+            i = int32_t(next - text.m_Buffer);
+        }
         wchar_t c = text.m_Buffer[i];
         if (c != pattern.At(matched))
             matched = 0;

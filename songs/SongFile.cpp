@@ -13,17 +13,32 @@ SmartPtr<IString> MakeString(const wchar_t* text) { return SmartPtr<IString>::Ad
 int32_t CVXSong::Load()
 {
     // Lazy: the first caller that needs the content reads the file, once.
-    if (m_HasFile != 0)
-        return S_OK;
+    if (m_HasFile == 0)
+        ReadFile(true);
+    return S_OK;
+}
+
+void CVXSong::LoadAttributes()
+{
+    if (m_HasFile == 0)
+        ReadFile(false);
+}
+
+void CVXSong::ReadFile(bool cutVerses)
+{
     void* buffer = nullptr;
     unsigned long length = 0;
     if (FileArchiveLoad(CREFString(m_Filename.get()), &buffer, &length, FILELOAD_TEXTCHECK, 0) >= 0) {
-        auto* text = static_cast<wchar_t*>(buffer);
-        CREFString view(text, int32_t(length));
+        std::unique_ptr<wchar_t[]> text(static_cast<wchar_t*>(buffer));
+        CREFString view(text.get(), int32_t(length));
         GetAttributeTags(view, 0);
-        SetVerses(view, SONGVERSES_PARSE);
+        if (cutVerses) {
+            SetVerses(view, SONGVERSES_PARSE);
+        } else {
+            m_PendingText = std::move(text);
+            m_PendingLength = int32_t(length);
+        }
         m_Modified = 0;
-        delete[] text;
     }
     // Every song has a title and an author, empty when the file lacks them.
     for (const wchar_t* name : {L"Title", L"Author"}) {
@@ -34,7 +49,6 @@ int32_t CVXSong::Load()
     }
     m_Modified = 0;
     m_HasFile = 1;
-    return S_OK;
 }
 
 int32_t CVXSong::Save()

@@ -4,6 +4,7 @@
 #include "persistence/TextLine.h"
 #include "runtime/Module.h"
 #include "runtime/ValueConversion.h"
+#include "songs/SongSearch.h"
 #include "songs/VXSong.h"
 
 namespace {
@@ -74,6 +75,14 @@ void CVXSong::SplitPlain(CREFString text)
 
 int32_t CVXSong::AddVerse(CREFString name, CREFString text, int index)
 {
+    if (m_ScanQuery) {
+        // The text the verse would hold, compared as get_Verse would give it.
+        TextTrimLeft(text);
+        if (text.m_Length > 0)
+            TextTrimRight(text);
+        m_ScanFound = m_ScanFound || ContainsNoCase(text, *m_ScanQuery);
+        return S_OK;
+    }
     IID iid = IID_IVXSongVerse;
     auto verse = SmartPtr<IVXSongVerse>::Adopt(
         static_cast<IVXSongVerse*>(static_cast<void*>(CreateObject(REFLiteral(L"VXSongVerse"), &iid))));

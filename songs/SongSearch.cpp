@@ -73,19 +73,24 @@ bool ContainsNoCase(CREFString haystack, CREFString needle)
 
 int32_t CVXSong::Find(IString* query, int, IUnknown**)
 {
-    // A song list searches songs it has not opened yet: the first search reads the file.
-    if (m_HasFile == 0)
-        Load();
     CREFString text(query ? static_cast<IUnknown*>(query) : nullptr);
-    if (text.m_Length < 1 || !text.m_Buffer)
+    bool empty = text.m_Length < 1 || !text.m_Buffer;
+    int32_t equals = 0;
+    while (!empty && equals < text.m_Length && text.m_Buffer[equals] != L'=')
+        ++equals;
+    // A song list searches songs it has not opened yet: the first search reads the
+    // file. The verses are left to be cut when they are wanted, unless an owner is
+    // listening for them.
+    if (!m_Parent)
+        LoadAttributes();
+    else
+        Load();
+    if (empty)
         return E_FAIL;
     if (text.m_Buffer[0] == L'#')
         return AttributeContains(this, REFLiteral(L"ccli_number"), CREFString(text.m_Buffer + 1, text.m_Length - 1))
                    ? S_OK
                    : E_FAIL;
-    int32_t equals = 0;
-    while (equals < text.m_Length && text.m_Buffer[equals] != L'=')
-        ++equals;
     if (equals < text.m_Length - 1) {
         CREFString field(text.m_Buffer, equals);
         CREFString value(text.m_Buffer + equals + 1, text.m_Length - equals - 1);
@@ -101,7 +106,11 @@ int32_t CVXSong::Find(IString* query, int, IUnknown**)
             }
         return AttributeContains(this, name, value) ? S_OK : E_FAIL;
     }
-    // Only the verse texts are looked at, not their names.
+    // Only the verse texts are looked at, not their names. Uncut verses are looked
+    // through where they stand, each as the verse would hold it.
+    bool found = false;
+    if (ScanPendingVerses(text, &found))
+        return found ? S_OK : E_FAIL;
     SmartPtr<IString> verse;
     for (int index = 0; get_Verse(1, index, 1, verse.Receive()) >= 0; ++index) {
         if (ContainsNoCase(CREFString(verse.get()), text))

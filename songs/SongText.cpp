@@ -1,5 +1,6 @@
 // The song's text forms: the tagged file body with its attribute block, the bare
 // verse tags, and the dispatch to the plain form.
+#include "persistence/PropertyNames.h"
 #include "persistence/TagScan.h"
 #include "persistence/TextLine.h"
 #include "runtime/Factories.h"
@@ -123,6 +124,8 @@ void CVXSong::PrintAttributes(ICreatableString* text)
 
 int32_t CVXSong::SetVerses(tagREFString text, short mode)
 {
+    // Every verse made here asks for the same string table: it is looked up once.
+    PROPTableHold tables;
     if (mode == SONGVERSES_CCLI)
         return ImportCCLI(text);
     // The caller's text may be this song's own: scan a copy.
@@ -141,20 +144,7 @@ int32_t CVXSong::SetVerses(tagREFString text, short mode)
     }
     CollectionClear();
 
-    CREFString attributes;
-    CREFString body;
-    CREFString verses(L"verses");
-    CREFString scan = source;
-    CREFString tagName;
-    int32_t tagEnd = 0;
-    if (XMLGetTAGGED(scan, verses, attributes, body, 0) >= 0) {
-        SplitTagged(body);
-    } else if (FirstOpeningTag(source, &tagName, &tagEnd) && tagName.CompareI(REFLiteral(L"Verse"), 0) >= 0) {
-        // Qualified by any tag that begins like "verse"; the elements are looked
-        // for as "verse" alone, so "<Verse>" by itself yields no verses.
-        SplitTagged(source);
-    } else {
-        SplitPlain(source);
+    if (!SplitVerses(source)) {
         int count = 0;
         if (kept)
             kept->get_Count(&count);
@@ -167,6 +157,28 @@ int32_t CVXSong::SetVerses(tagREFString text, short mode)
     }
     Unlock();
     return S_OK;
+}
+
+bool CVXSong::SplitVerses(CREFString source)
+{
+    CREFString attributes;
+    CREFString body;
+    CREFString verses(L"verses");
+    CREFString scan = source;
+    CREFString tagName;
+    int32_t tagEnd = 0;
+    if (XMLGetTAGGED(scan, verses, attributes, body, 0) >= 0) {
+        SplitTagged(body);
+        return true;
+    }
+    if (FirstOpeningTag(source, &tagName, &tagEnd) && tagName.CompareI(REFLiteral(L"Verse"), 0) >= 0) {
+        // Qualified by any tag that begins like "verse"; the elements are looked
+        // for as "verse" alone, so "<Verse>" by itself yields no verses.
+        SplitTagged(source);
+        return true;
+    }
+    SplitPlain(source);
+    return false;
 }
 
 void CVXSong::SplitTagged(CREFString text)

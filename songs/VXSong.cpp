@@ -148,6 +148,8 @@ int32_t CVXSong::get_Parent(IUnknown** parent)
 
 int32_t CVXSong::put_Parent(IUnknown* parent)
 {
+    // Verses cut later would tell the new owner of changes it never saw happen.
+    CutPendingVerses();
     m_Parent = SmartPtr<IUnknown>(parent);
     return S_OK;
 }

@@ -2,6 +2,8 @@
 // a file. The one place where text becomes verses and verses become text again.
 // A song is also a book of one chapter, and a string that yields its plain text.
 #pragma once
+#include <memory>
+
 #include "persistence/FileArchiveImpl.h"
 #include "persistence/NamedCollection.h"
 #include "runtime/Object.h"
@@ -80,12 +82,48 @@ public:
     // Empties the verses and tells the owner; the attributes stay.
     int32_t Clear() override;
 
+    // The verse list as the collection keeps it; each first cuts the verses of a
+    // song that was read for its attributes alone (see LoadAttributes).
+    int32_t get_Count(int* count) override;
+    int32_t get_Item(int index, IUnknown** item) override;
+    int32_t get_Index(IUnknown* key, int* index) override;
+    int32_t get_ItemName(int index, IString** name) override;
+    int32_t Rename(int index, IString* name) override;
+    int32_t CollectionLock() override;
+    int32_t get_ItemAttached(int index, IUnknown** attached) override;
+    int32_t put_ItemAttached(int index, IUnknown* attached) override;
+    int32_t get_ItemFlags(int index, int* flags) override;
+    int32_t put_ItemFlags(int index, int flags) override;
+    int32_t put_Item(int index, IUnknown* item) override;
+    int32_t Add(IString* name, IUnknown* item, IUnknown* attached, int flags) override;
+    int32_t Insert(int index, IString* name, IUnknown* item, IUnknown* attached, int flags) override;
+    int32_t Remove(int index) override;
+    int32_t Query(const IID& iid, int index, short attached, int* found) override;
+    int32_t Sort(int flags, void* compare) override;
+    int32_t CollectionClear() override;
+    int32_t Save(IDataStream* stream, int flags) override;
+    int32_t Load(IDataStream* stream, int flags) override;
+
     // The one place where verses are created.
     int32_t AddVerse(CREFString name, CREFString text, int index);
     // Reads the <attributes> block of a text; a name already known keeps its value.
     int32_t GetAttributeTags(tagREFString text, int reserved);
 
 private:
+    // Reads the file as Load does, but keeps the text of the verses uncut until
+    // something asks for them: a search needs no verse objects.
+    void LoadAttributes();
+    // The common part of Load and LoadAttributes.
+    void ReadFile(bool cutVerses);
+    // Cuts the verses that LoadAttributes left, as Load would have; the song stays
+    // as modified as it was.
+    void CutPendingVerses();
+    // Looks through the verses that LoadAttributes left uncut, without making them:
+    // *found tells whether the text of one contains query. False, with nothing
+    // looked at, when no verses wait uncut.
+    bool ScanPendingVerses(CREFString query, bool* found);
+    // Cuts source into verses by its form: tagged (true) or plain (false).
+    bool SplitVerses(CREFString source);
     void SplitPlain(CREFString text);
     // The verse elements of text, each as a verse named by its first attribute.
     void SplitTagged(CREFString text);
@@ -99,6 +137,12 @@ private:
     int32_t m_ChapterCount = 1;
     SmartPtr<IParameters> m_Attributes;
     SmartPtr<IUnknown> m_Parent;
+    // The text whose verses are not cut yet, as the file gave it; null when none.
+    std::unique_ptr<wchar_t[]> m_PendingText;
+    int32_t m_PendingLength = 0;
+    // While ScanPendingVerses runs: AddVerse only compares the text with this query.
+    const CREFString* m_ScanQuery = nullptr;
+    bool m_ScanFound = false;
 
 public:
     // IUnknown answers first; the attribute set is reached through the song last of all.

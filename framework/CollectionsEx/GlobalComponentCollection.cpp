@@ -63,9 +63,11 @@ int CGlobalComponentCollection::Find(tagREFString name)
     if (name.m_Length < 1 || !name.m_Buffer)
         return -1;
     for (size_t i = 0; i < m_Records.size(); ++i) {
+        // Every record is one of ours (FinalConstruct made them all): its name is read
+        // in place, as this runs for every object that any module creates.
         wchar_t* text = nullptr;
         int length = 0;
-        QueryAs<IString>(m_Records[i].get())->GetBuffer(&text, &length);
+        static_cast<CComponentString*>(m_Records[i].get())->GetBuffer(&text, &length);
         if (length == name.m_Length && std::wmemcmp(text, name.m_Buffer, size_t(length)) == 0)
             return int(i);
     }

@@ -69,25 +69,36 @@ std::shared_ptr<const INIDocument> Read(const FileState& state)
 
 } // namespace
 
+namespace {
+
+// The folder that holds _binlinux, with its "/", or "" when it can't be told. This
+// module is ./_binlinux/CollectionsEx.so or the like: two folders up. The module
+// does not move while it is loaded, so the answer is found once.
+const std::string& ModulesParentFolder()
+{
+    static const std::string gFolder = [] {
+        Dl_info info;
+        if (!dladdr(reinterpret_cast<void*>(&FileBesideModules), &info) || !info.dli_fname)
+            return std::string();
+        std::string module = info.dli_fname;
+        size_t slash = module.rfind('/');
+        if (slash == std::string::npos)
+            return std::string();
+        std::string folder = module.substr(0, slash);
+        size_t parent = folder.rfind('/');
+        return parent != std::string::npos ? folder.substr(0, parent + 1) : std::string();
+    }();
+    return gFolder;
+}
+
+} // namespace
+
 std::string FileBesideModules(const char* variable, const char* fileName)
 {
     const char* named = std::getenv(variable);
     if (named && *named)
         return named;
-    // This module is ./_binlinux/CollectionsEx.so or the like: two folders up.
-    Dl_info info;
-    if (dladdr(reinterpret_cast<void*>(&FileBesideModules), &info) && info.dli_fname) {
-        std::string module = info.dli_fname;
-        size_t slash = module.rfind('/');
-        if (slash != std::string::npos) {
-            std::string folder = module.substr(0, slash);
-            size_t parent = folder.rfind('/');
-            if (parent != std::string::npos)
-                return folder.substr(0, parent + 1) + fileName;
-            return fileName;
-        }
-    }
-    return fileName;
+    return ModulesParentFolder() + fileName;
 }
 
 std::string RegistryFileName() { return FileBesideModules("VX_REGISTRY", "registry.ini"); }

@@ -13,5 +13,6 @@ public:
 
     // The section of the component named key: item names are the ids, items the texts
     // as strings, in the order of the file. E_FAIL when the file has no such section.
+    // Callers of one reading of the file share one table: they read it and no more.
     int32_t get_Table(IString* key, INamedCollection** table) override;
 };

@@ -1,24 +1,11 @@
 // The song as its callers see it: its faces, its text forms both ways, the names it
 // keeps across a plain edit, its change events and its one flag of modification.
-#include "runtime/Object.h"
 #include "songs/SongSupport.h"
 #include "support/Collections.h"
 
 namespace {
 
 using namespace vxtest;
-
-// An owner that counts the song's change events.
-class CRefreshProbe : public CObject<CRefreshProbe>, public _IUIRefreshEvent {
-public:
-    using Interfaces = QiList<Entry<_IUIRefreshEvent>>;
-    int32_t UIItemChanged(IUnknown*, int) override
-    {
-        ++m_Count;
-        return S_OK;
-    }
-    int m_Count = 0;
-};
 
 class SongModel : public SongTest {};
 

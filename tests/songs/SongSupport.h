@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "runtime/Object.h"
 #include "support/Fixture.h"
 
 namespace vxtest {
@@ -72,6 +73,18 @@ inline int ArchiveFlag(IUnknown* song, int code)
     QueryAs<IFileArchive>(song)->Inquire(code, &value);
     return value;
 }
+
+// An owner that counts the song's change events.
+class CRefreshProbe : public CObject<CRefreshProbe>, public _IUIRefreshEvent {
+public:
+    using Interfaces = QiList<Entry<_IUIRefreshEvent>>;
+    int32_t UIItemChanged(IUnknown*, int) override
+    {
+        ++m_Count;
+        return S_OK;
+    }
+    int m_Count = 0;
+};
 
 // Songs and their verses point at each other: each test's songs are cleared at its end.
 class SongTest : public ModuleTest {
