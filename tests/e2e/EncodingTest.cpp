@@ -43,10 +43,7 @@ TEST(Encodings, FilesThatCannotBeReadAreNamed)
 {
     vxtest::TempFolder folder;
     vxtest::WriteBytes(folder / "empty.txt", "");
-    const struct {
-        const char* m_What;
-        std::string m_File;
-    } cases[] = {
+    const struct { const char* m_What; std::string m_File; } cases[] = {
         {"missing", (folder / "missing.txt").string()},
         {"empty", (folder / "empty.txt").string()},
         {"a folder", folder.Path().string()},

@@ -26,10 +26,7 @@ TEST(SongArrangeCommand, PrintsOrSavesTheNewBreaks)
 TEST(SongArrangeCommand, RefusesNonsenseLimits)
 {
     const std::string song = Q(vxtest::SamplePath("songs/amazing-grace.sng"));
-    struct Case {
-        std::string options;
-        const char* message;
-    } cases[] = {
+    struct Case { std::string options; const char* message; } cases[] = {
         {"--lines 4", "needs --chars"},
         {"--chars 30", "needs --lines"},
         {"--lines 4 --chars 0", "--chars must be a whole number from 1 to 100000, not \"0\""},

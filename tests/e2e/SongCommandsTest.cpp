@@ -74,11 +74,7 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
     const std::string missing = Quote(folder / "missing.txt"), dir = Quote(folder.Path()), binary = Quote(folder / "binary.dat");
     const std::string plain = Quote(folder / "plain.txt"), kept = Quote(folder / "kept.sng");
     const std::string unwritable = Quote(folder / "plain.txt" / "x.sng");
-    struct Case {
-        std::string arguments;
-        int status;
-        const char* message;
-    } cases[] = {
+    struct Case { std::string arguments; int status; const char* message; } cases[] = {
         {"song show " + missing, 1, "no such file"},
         {"song show " + dir, 1, "it is a folder"},
         {"song show " + binary, 1, "not a text file"},

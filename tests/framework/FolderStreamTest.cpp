@@ -296,10 +296,7 @@ TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
             bytes.replace(at, from.size(), to);
         return bytes;
     };
-    struct Case {
-        const char* what;
-        std::string bytes;
-    };
+    struct Case { const char* what; std::string bytes; };
     std::string flipped = good;
     flipped[flipped.find("two")] ^= 0x20;
     const Case cases[] = {

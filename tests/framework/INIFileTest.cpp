@@ -75,10 +75,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
 
 TEST_F(INIFileTest, ReadsTheEncodingsTheSystemWrites)
 {
-    const struct {
-        const char* m_Case;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { const char* m_Case; std::string m_Bytes; } cases[] = {
         {"UTF-8", "[Bible]\nAbbreviation=L\xC3\xB6\n"},
         {"UTF-8 with mark and CR LF", "\xEF\xBB\xBF[Bible]\r\nAbbreviation = L\xC3\xB6\r\n"},
         {"UTF-16 with mark", Utf16(L"[Bible]\nAbbreviation=L\u00f6")},
@@ -99,11 +96,7 @@ TEST_F(INIFileTest, FilesThatCannotBeReadFailAndKeepWhatWasThere)
     WriteBytes(good, "[A]\nk=v\n");
     auto ini = Open(good);
     ASSERT_EQ(ini->Load(), S_OK);
-    const struct {
-        const char* m_Case;
-        bool m_Exists;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { const char* m_Case; bool m_Exists; std::string m_Bytes; } cases[] = {
         {"missing", false, ""},
         {"empty", true, ""},
         {"binary", true, Bytes("\x7F" "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0")},

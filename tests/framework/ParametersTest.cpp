@@ -71,11 +71,7 @@ TEST_F(ParametersTest, KeysByNameNumberAndObject)
     Add(L"Title", L"first");
     Add(L"\u00c4ra", L"age");
     Add(L"title", L"second");
-    const struct {
-        const wchar_t* m_Key;
-        int32_t m_Result;
-        int m_Index;
-    } cases[] = {
+    const struct { const wchar_t* m_Key; int32_t m_Result; int m_Index; } cases[] = {
         {L"TITLE", S_OK, 0}, {L"title", S_OK, 0},  {L"\u00c4RA", S_OK, 1}, {L"\u00e4ra", E_FAIL, -1},
         {L"Titl", E_FAIL, -1}, {L"", E_FAIL, -1},
     };
@@ -132,10 +128,7 @@ TEST_F(ParametersTest, ValuesDescriptorsAndBoundInputs)
 
 TEST_F(ParametersTest, SortCountsCaseAndReversesContents)
 {
-    const struct {
-        int m_Mode;
-        const wchar_t* m_Order[4];
-    } cases[] = {
+    const struct { int m_Mode; const wchar_t* m_Order[4]; } cases[] = {
         {0, {L"Beta", L"Zulu", L"alpha", L"beta"}},
         {2, {L"beta", L"alpha", L"Zulu", L"Beta"}},
     };

@@ -36,11 +36,7 @@ protected:
 
 TEST_F(RegistryTest, FilesThatHoldNoRegistryReadAsEmpty)
 {
-    const struct {
-        const char* m_Case;
-        bool m_Exists;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { const char* m_Case; bool m_Exists; std::string m_Bytes; } cases[] = {
         {"missing", false, ""},
         {"empty", true, ""},
         {"picture", true, Bytes("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\n[Workspace]\nAppPath=/x\n")},

@@ -99,10 +99,7 @@ TEST_F(ValueObjectTest, ASimpleCollectionKeepsItsItemsInOrder)
 
 TEST_F(ValueObjectTest, ABoundRecordNamesItsObjectsComponent)
 {
-    struct Case {
-        const wchar_t* component;
-        const wchar_t* module;
-    };
+    struct Case { const wchar_t* component; const wchar_t* module; };
     const Case cases[] = {{L"Variant", L"Collections"}, {L"StringCollection", L"Collections"}};
     for (const Case& c : cases) {
         auto record = Create<IComponentString>(L"ComponentString");

@@ -54,10 +54,7 @@ protected:
 
 TEST_F(XMLFileTest, EntriesAreTheChildrenOfTheTopElement)
 {
-    struct Case {
-        const char* file;
-        const wchar_t* entries;
-    } cases[] = {
+    struct Case { const char* file; const wchar_t* entries; } cases[] = {
         {"<?xml version=\"1.0\"?><Bible><Book name=\"Jude\"><Chapter><Verse>Jude, a servant</Verse></Chapter></Book>"
          "</Bible>",
          L"Book{name=\"Jude\"}[@name=\"Jude\" Chapter[Verse=\"Jude, a servant\"]]"},

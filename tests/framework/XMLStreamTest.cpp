@@ -317,11 +317,7 @@ TEST_F(XMLStreamTest, ADataStreamKeepsBytesAndSkipsWithinThem)
     ASSERT_TRUE(stream);
     stream->SetBuffer(const_cast<char*>("abc"), 3, 0);
     stream->Write("de\0f", 4, 0);
-    struct Step {
-        int m_Skip;
-        int32_t m_Result;
-        std::string m_Rest;
-    };
+    struct Step { int m_Skip; int32_t m_Result; std::string m_Rest; };
     const Step steps[] = {{0, S_OK, std::string("abcde\0f", 7)}, {2, S_OK, std::string("cde\0f", 5)},
                           {-1, S_OK, std::string("bcde\0f", 6)},   {100, S_FALSE, ""},
                           {-100, S_FALSE, std::string("abcde\0f", 7)}};

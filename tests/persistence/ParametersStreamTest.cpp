@@ -48,12 +48,7 @@ std::vector<std::wstring> Describe(IParameters* parameters)
     return lines;
 }
 
-struct Row {
-    const wchar_t* m_Name;
-    SmartPtr<IUnknown> m_Value;
-    int m_Flags;
-    SmartPtr<IUnknown> m_Descriptor;
-};
+struct Row { const wchar_t* m_Name; SmartPtr<IUnknown> m_Value; int m_Flags; SmartPtr<IUnknown> m_Descriptor; };
 
 SmartPtr<IParameters> Make(const std::vector<Row>& rows)
 {
@@ -86,12 +81,7 @@ protected:
 
 TEST_F(ParametersStreamTest, XMLFormsOfOneItem)
 {
-    struct Case {
-        const char* m_What;
-        Row m_Row;
-        int m_Mode;
-        const wchar_t* m_Expected;
-    };
+    struct Case { const char* m_What; Row m_Row; int m_Mode; const wchar_t* m_Expected; };
     const Case cases[] = {
         {"compact number loses its type flag", {L"Count", Var(7), 3, {}}, PARAMS_COMPACT, L"<Count>7</Count>"},
         {"colour goes red first", {L"Colour", Var(0x123456), 35, {}}, PARAMS_COMPACT, L"<Colour>#563412</Colour>"},
@@ -232,15 +222,11 @@ TEST_F(ParametersStreamTest, FileNamesSurviveAMoveOfTheInstallation)
 TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
 {
     auto parameters = Make({{L"a", Var(1), 0, {}}, {L"b", Var(std::wstring(L"xy")), 0, {}}, {L"c", Var(2), 0x40000, {}}});
-    struct Case {
-        int m_Mode;
-        std::string m_Bytes;
-    };
-    const Case cases[] = {
+    const struct { int m_Mode; std::string m_Bytes; } cases[] = {
         {PARAMS_WITHNAMES | PARAMS_COMPACT, std::string("a\0=\0" "1\0" ",\0" "b\0=\0" "x\0\0\0", 16)},
         {0, std::string("1\0" ",\0" "x\0\0\0" ",\0" "2\0", 12)},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         auto stream = Create<IDataStream>(L"CSVStream");
         stream->SetBuffer(nullptr, 0, 0);
         EXPECT_EQ(parameters->Params_SaveCSV(stream, c.m_Mode), S_OK);

@@ -90,11 +90,7 @@ TEST(TagScan, ReadsNothingBehindTheView)
     EXPECT_EQ(rest.m_Buffer, pair.data() + 4);
 }
 
-struct Step {
-    int32_t m_Result;
-    std::wstring m_Name;
-    std::wstring m_Value;
-};
+struct Step { int32_t m_Result; std::wstring m_Name; std::wstring m_Value; };
 
 TEST(TagScan, WalksTheAttributesOfATag)
 {

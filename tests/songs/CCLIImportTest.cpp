@@ -7,11 +7,7 @@ using namespace vxtest;
 
 class CCLIImport : public SongTest {};
 
-struct Imported {
-    SongVerses verses;
-    Attributes attributes;
-    std::wstring file;
-};
+struct Imported { SongVerses verses; Attributes attributes; std::wstring file; };
 
 Imported Import(IVXSong* song, const std::wstring& paste, const std::wstring& file)
 {
@@ -69,11 +65,7 @@ TEST_F(CCLIImport, PastesGoodAndDamaged)
 
 TEST_F(CCLIImport, FileNameComesFromTheTitle)
 {
-    struct Case {
-        std::wstring old;
-        std::wstring title;
-        std::wstring expected;
-    } cases[] = {
+    struct Case { std::wstring old; std::wstring title; std::wstring expected; } cases[] = {
         {L"/songs/in/new.sng", L"Morning, Song #2!", L"/songs/in/MorningSong2.sng"},
         {L"/songs/x.txt", L"?? !!", L"/songs/.sng"},
         {L"x.sng", L"\xC0 toi", L"/toi.sng"},

@@ -11,11 +11,7 @@ class PlainText : public SongTest {};
 TEST_F(PlainText, Splitting)
 {
     const std::wstring longLine = L"Amazing grace, how sweet the sound that saved a wretch like me";
-    struct Case {
-        const char* what;
-        std::wstring text;
-        std::vector<std::wstring> verses;
-    } cases[] = {
+    struct Case { const char* what; std::wstring text; std::vector<std::wstring> verses; } cases[] = {
         {"two verses", L"one\n\ntwo", {L"one", L"two"}},
         {"blank lines collapse, leading ones skipped", L"\n\n  \none\n\n\n\n two \n\n", {L"one", L"two"}},
         {"CR LF line ends", L"one\r\nline\r\n\r\ntwo\r\n", {L"one\r\nline", L"two"}},

@@ -70,11 +70,7 @@ TEST_F(SongFile, PlainTextInEveryEncoding)
 
 TEST_F(SongFile, AttributesAFileBrings)
 {
-    struct Case {
-        const char* what;
-        std::wstring attributes;
-        Attributes expected;
-    } cases[] = {
+    struct Case { const char* what; std::wstring attributes; Attributes expected; } cases[] = {
         {"first of Title and title wins", L"<Title>One</Title><title>Two</title>",
          {{L"Title", L"One"}, {L"Author", L""}}},
         {"an empty tag makes no attribute, yet Author is there", L"<Author> </Author><key>G</key>",

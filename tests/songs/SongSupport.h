@@ -10,10 +10,7 @@
 
 namespace vxtest {
 
-struct SongVerses {
-    std::vector<std::wstring> ids;
-    std::vector<std::wstring> texts;
-};
+struct SongVerses { std::vector<std::wstring> ids; std::vector<std::wstring> texts; };
 
 inline SongVerses VersesOf(IUnknown* song)
 {
