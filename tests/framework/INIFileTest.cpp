@@ -1,7 +1,8 @@
 // INI files as parameters: sections, keys in other case, 16-bit saving with a mark and
 // reading back, and files in the encodings the system writes.
-#include "support/Fixture.h"
+#include "support/Collections.h"
 #include "support/TextBytes.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 
@@ -45,9 +46,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
     auto creatable = ini.As<IParametersCreatable>();
     creatable->Add(Str(L"abbreviation"), Str(L"KJV"), nullptr, 0);
     creatable->Add(Str(L"1"), Str(L"Genesis"), nullptr, 0);
-    auto number = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    number->put_Integer(7);
-    creatable->Add(Str(L"Count"), number, nullptr, 0);
+    creatable->Add(Str(L"Count"), Var(7), nullptr, 0);
     Choose(ini, L"Text");
     // A character of each width, and blanks that only quotes keep.
     const std::wstring awkward = L" caf\u00e9 \uac00 \U0001F600 ";
@@ -63,9 +62,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
     auto again = Open(file);
     ASSERT_EQ(again->Load(), S_OK);
     Choose(again, L"BIBLE");
-    int count = 0;
-    again.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 3);
+    EXPECT_EQ(Count(again.As<IParameters>()), 3);
     EXPECT_EQ(Value(again, L"Abbreviation"), L"KJV");
     EXPECT_EQ(Value(again, L"1"), L"Genesis");
     EXPECT_EQ(Value(again, L"count"), L"7");
@@ -120,14 +117,11 @@ TEST_F(INIFileTest, SectionChosenBeforeLoadAndKeysOfOneNameMeetTheFirst)
     auto ini = Open(file);
     Choose(ini, L"Bible");
     ASSERT_EQ(ini->Load(), S_OK);
-    int count = 0;
-    ini.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 3) << "a section met twice is one section";
+    EXPECT_EQ(Count(ini.As<IParameters>()), 3) << "a section met twice is one section";
     EXPECT_EQ(Value(ini, L"1"), L"Genesis");
     EXPECT_EQ(Value(ini, L"2"), L"Exodus");
     Choose(ini, L"Nowhere");
-    ini.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 0);
+    EXPECT_EQ(Count(ini.As<IParameters>()), 0);
 }
 
 } // namespace

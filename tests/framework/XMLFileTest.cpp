@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "support/Fixture.h"
+#include "support/Collections.h"
 
 using namespace vxtest;
 
@@ -13,9 +13,7 @@ namespace {
 std::wstring Dump(IParameters* entries)
 {
     std::wstring out;
-    int count = 0;
-    entries->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < Count(entries); ++i) {
         SmartPtr<IString> name;
         entries->get_ItemName(i, name.Receive());
         int flags = 0;

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "persistence/ParametersStream.h"
-#include "support/Fixture.h"
+#include "support/Collections.h"
 #include "support/ScopedRegistry.h"
 #include "support/Streams.h"
 #include "support/Values.h"
@@ -18,9 +18,7 @@ namespace {
 std::vector<std::wstring> Describe(IParameters* parameters)
 {
     std::vector<std::wstring> lines;
-    int count = 0;
-    parameters->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < Count(parameters); ++i) {
         SmartPtr<IString> name;
         SmartPtr<IVariant> value;
         SmartPtr<IUnknown> descriptor;
@@ -237,9 +235,7 @@ TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
     EXPECT_EQ(parameters->Params_SaveCSV(xml, 0), S_OK);
     EXPECT_EQ(parameters->Params_LoadFolderStream(xml, PARAMS_REPLACE), S_OK);
     EXPECT_EQ(parameters->Params_LoadXMLUnk(Create<IDataStream>(L"FolderStream"), PARAMS_REPLACE), S_OK);
-    int count = 0;
-    parameters->get_Count(&count);
-    EXPECT_EQ(count, 3);
+    EXPECT_EQ(Count(parameters), 3);
 }
 
 TEST_F(ParametersStreamTest, ObjectsOnlyXMLRoundTrip)
