@@ -38,19 +38,6 @@ TEST_F(PlainText, Splitting)
     EXPECT_EQ(ItemNames(named), (std::vector<std::wstring>{L"Verse1 : one", L"Verse2 : " + longLine.substr(0, 40)}));
 }
 
-TEST_F(PlainText, PrintingAndReSplitting)
-{
-    auto song = NewSong();
-    SetText(song, L"\n one \n\n\n two\r\n");
-    std::wstring printed = SongText(song, 0);
-    EXPECT_EQ(printed, L"one\r\n\r\ntwo\r\n\r\n");
-    SetText(song, printed);
-    EXPECT_EQ(VersesOf(song).texts, (std::vector<std::wstring>{L"one", L"two"}));
-    SetText(song, L"");
-    EXPECT_TRUE(VersesOf(song).texts.empty());
-    EXPECT_EQ(SongText(song, 0), L"");
-}
-
 TEST_F(PlainText, VersesKnowTheirSongAndNumber)
 {
     auto song = NewSong();
