@@ -151,12 +151,8 @@ TEST_F(ParametersTest, ValuesKeepTheirKindOnEveryRoad)
 {
     auto object = Create<IUnknown>(L"SimpleCollection");
     ASSERT_TRUE(object);
-    struct Case {
-        const wchar_t* name;
-        SmartPtr<IUnknown> value;
-        short isString, isObject;
-        const wchar_t* text; // ISCreate of the value variant
-    };
+    // text: ISCreate of the value variant
+    struct Case { const wchar_t* name; SmartPtr<IUnknown> value; short isString, isObject; const wchar_t* text; };
     const Case cases[] = {
         {L"String", SmartPtr<IUnknown>(Str(L"Isaac Watts").get()), 1, 0, L"Isaac Watts"},
         {L"Number", Var(7), 0, 0, L"7"},

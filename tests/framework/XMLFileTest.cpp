@@ -123,12 +123,8 @@ TEST_F(XMLFileTest, BookAnswersVersesAndHeaders)
     ASSERT_TRUE(parameters);
     SmartPtr<IVXBook> books[] = {BookOf(parameters, 0), BookOf(parameters, 1)};
 
-    struct Case {
-        int book, chapter, verse, count;
-        int32_t result;
-        const wchar_t* verses;
-        const wchar_t* header;
-    } cases[] = {
+    struct Case { int book, chapter, verse, count; int32_t result; const wchar_t* verses;
+        const wchar_t* header; } cases[] = {
         {0, 1, 1, 1, S_OK, L"2:\tb2", L"Acts 2:2"},
         {0, 1, 0, 2, S_OK, L"1:\tb1\r\n2:\tb2", L"Acts 2:1-2"},
         {0, 1, 1, BIBLE_VERSES_TO_END, S_OK, L"2:\tb2\r\n3:\tb3", L"Acts 2:2-"},

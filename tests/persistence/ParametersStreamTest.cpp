@@ -179,14 +179,8 @@ TEST_F(ParametersStreamTest, FolderCompactDropsWhatTheFlagsSay)
 // A file name saved under one installation comes back under the moved one.
 TEST_F(ParametersStreamTest, FileNamesSurviveAMoveOfTheInstallation)
 {
-    struct Case {
-        const char* m_What;
-        const wchar_t* m_Path;
-        int m_Flags;
-        int m_Mode;
-        const wchar_t* m_Loaded;
-        int m_SavedFlags;
-    };
+    struct Case { const char* m_What; const wchar_t* m_Path; int m_Flags; int m_Mode; const wchar_t* m_Loaded;
+        int m_SavedFlags; };
     const Case cases[] = {
         {"mapped", L"/opt/a/songs/x.sng", 0x6, PARAMS_REPLACE, L"/srv/b/songs/x.sng", 0x6},
         {"relative below the install path", L"/opt/a/songs/x.sng", 0x16, PARAMS_REPLACE, L"/srv/b/songs/x.sng",

@@ -79,12 +79,9 @@ TEST_F(PathMappingTest, UnmapsKnownNamesOnly)
 
 TEST_F(PathMappingTest, RelativePathsAndTheWayBack)
 {
-    const struct {
-        const wchar_t* m_Base;
-        const wchar_t* m_Path;
-        const wchar_t* m_Relative;
-        const wchar_t* m_Back; // by FILENAMECreateAbsolute from the same base
-    } cases[] = {
+    // m_Back: by FILENAMECreateAbsolute from the same base
+    const struct { const wchar_t* m_Base; const wchar_t* m_Path; const wchar_t* m_Relative;
+        const wchar_t* m_Back; } cases[] = {
         {L"/a/b/c.sng", L"/a/b/d/e.sng", L"..\\d/e.sng", L"/a/b/d/e.sng"},
         {L"/a/b/c/d.sng", L"/a/b/x.sng", L"..\\..\\x.sng", L"/a/b/x.sng"},
         {L"/A/B/c.sng", L"/a/b/d.sng", L"..\\d.sng", L"/A/B/d.sng"},

@@ -178,12 +178,8 @@ TEST_F(ConversionTest, TheNumberTestTellsTheKind)
 
 TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
 {
-    struct Case {
-        std::wstring text;
-        short type;
-        double number;      // for numbers
-        std::wstring kept;  // for strings, and the text left after the trim
-    };
+    // number: for numbers; kept: for strings, and the text left after the trim
+    struct Case { std::wstring text; short type; double number; std::wstring kept; };
     const Case cases[] = {
         {L"123456789", VARIANT_INTEGER, 123456789, L"123456789"},
         {L"1234567890", VARIANT_NONE, 0, L"1234567890"},

@@ -117,13 +117,8 @@ TEST(ScannerTest, GetLineCRLFTakesMixedPairsAsOneEnd)
 TEST(ScannerTest, ScansFromTheRight)
 {
     enum Method { Reverse, Right, CropRight };
-    struct Case {
-        Method method;
-        std::wstring text;
-        bool advance, skip, whole;
-        int32_t result;
-        std::wstring out, receiver;
-    };
+    struct Case { Method method; std::wstring text; bool advance, skip, whole; int32_t result;
+        std::wstring out, receiver; };
     const Case cases[] = {
         {Reverse, L"/x", true, true, false, E_FAIL, L"", L"/x"},
         {Reverse, L"a/b/c", true, true, false, S_OK, L"a/b", L"c"},

@@ -72,12 +72,8 @@ TEST_F(SongModel, TextFormsForEveryFlag)
 
 TEST_F(SongModel, ReadsEachTaggedForm)
 {
-    struct Case {
-        const char* what;
-        std::wstring text;
-        std::vector<std::wstring> ids;
-        std::vector<std::wstring> texts;
-    } cases[] = {
+    struct Case { const char* what; std::wstring text; std::vector<std::wstring> ids;
+        std::vector<std::wstring> texts; } cases[] = {
         {"quoted id keeps its blanks, unquoted ends at a blank",
          L"<verses><verse id=\"My Chorus\">a</verse><verse id=Bridge two>b</verse></verses>",
          {L"My Chorus", L"Bridge"}, {L"a", L"b"}},

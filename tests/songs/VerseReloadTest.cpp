@@ -65,13 +65,8 @@ protected:
 
 TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
 {
-    struct Case {
-        const char* what;
-        bool edit;
-        int after;  // 0: song kept; 1: song rewritten; 2: song removed; 3: a folder in its place
-        const wchar_t* text;
-        bool hasSource;
-    };
+    // after the save: 0 song kept, 1 rewritten, 2 removed, 3 a folder in its place
+    struct Case { const char* what; bool edit; int after; const wchar_t* text; bool hasSource; };
     const Case cases[] = {
         {"unedited, song rewritten", false, 1, L"Two rewritten", true},
         {"edited, song present", true, 0, L"Edited by hand", true},
