@@ -4,7 +4,6 @@
 #include <string>
 
 #include "e2e/HostRun.h"
-#include "support/Fixture.h"
 
 namespace {
 
@@ -36,28 +35,6 @@ TEST(Encodings, EveryEncodingShowsTheSameVerses)
         auto run = SongShow(Sample(file));
         EXPECT_EQ(run.status, 0) << file << ": " << run.err;
         EXPECT_EQ(run.out, reference.out) << file;
-    }
-}
-
-TEST(Encodings, FilesThatCannotBeReadAreNamed)
-{
-    vxtest::TempFolder folder;
-    vxtest::WriteBytes(folder / "empty.txt", "");
-    const struct {
-        const char* m_What;
-        std::string m_File;
-    } cases[] = {
-        {"missing", (folder / "missing.txt").string()},
-        {"empty", (folder / "empty.txt").string()},
-        {"a folder", folder.Path().string()},
-        {"too long a path", (folder / std::string(260, 'x')).string()},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.m_What);
-        auto run = SongShow(c.m_File);
-        EXPECT_NE(run.status, 0);
-        EXPECT_NE(run.err.find("vxhost: cannot read " + c.m_File), std::string::npos) << run.err;
-        EXPECT_EQ(run.out, "");
     }
 }
 

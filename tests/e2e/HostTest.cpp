@@ -48,10 +48,7 @@ TEST(Host, PathsAreTakenFromWhereTheUserIs)
 
 TEST(Host, FailuresAreClear)
 {
-    struct Case {
-        const char* arguments;
-        const char* message;
-    } cases[] = {
+    struct Case { const char* arguments; const char* message; } cases[] = {
         {"hymn show x", "unknown command"},
         {"song sing x", "unknown command"},
     };

@@ -7,29 +7,25 @@
 namespace {
 
 using vxtest::RunHost;
-
-std::string Q(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
+using vxtest::Quote;
 
 TEST(SongArrangeCommand, PrintsOrSavesTheNewBreaks)
 {
     vxtest::TempFolder folder;
     vxtest::WriteBytes(folder / "doxology.txt", "Praise God, from whom all blessings flow;\nPraise Him, all creatures here below\n");
-    auto run = RunHost("song arrange " + Q(folder / "doxology.txt") + " --lines 2 --chars 20");
+    auto run = RunHost("song arrange " + Quote(folder / "doxology.txt") + " --lines 2 --chars 20");
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "Praise God, from \nwhom all blessings\n\nflow; \nPraise Him, all\n\ncreatures here below\n\n");
-    run = RunHost("song arrange " + Q(folder / "doxology.txt") + " --chars 20 --lines 0 --out " + Q(folder / "d.sng"));
+    run = RunHost("song arrange " + Quote(folder / "doxology.txt") + " --chars 20 --lines 0 --out " + Quote(folder / "d.sng"));
     ASSERT_EQ(run.status, 0) << run.err;
-    run = RunHost("song text " + Q(folder / "d.sng"));
+    run = RunHost("song text " + Quote(folder / "d.sng"));
     EXPECT_EQ(run.out, "Praise God, from \nwhom all blessings \nflow; \nPraise Him, all \ncreatures here below\n\n");
 }
 
 TEST(SongArrangeCommand, RefusesNonsenseLimits)
 {
-    const std::string song = Q(vxtest::SamplePath("songs/amazing-grace.sng"));
-    struct Case {
-        std::string options;
-        const char* message;
-    } cases[] = {
+    const std::string song = Quote(vxtest::SamplePath("songs/amazing-grace.sng"));
+    struct Case { std::string options; const char* message; } cases[] = {
         {"--lines 4", "needs --chars"},
         {"--chars 30", "needs --lines"},
         {"--lines 4 --chars 0", "--chars must be a whole number from 1 to 100000, not \"0\""},
@@ -43,7 +39,7 @@ TEST(SongArrangeCommand, RefusesNonsenseLimits)
         EXPECT_EQ(run.status, 2) << c.options;
         EXPECT_NE(run.err.find(c.message), std::string::npos) << c.options << ": " << run.err;
     }
-    auto run = RunHost("song arrange " + Q("/nonexistent/x.sng") + " --lines 4 --chars 30");
+    auto run = RunHost("song arrange " + Quote("/nonexistent/x.sng") + " --lines 4 --chars 30");
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.err.find("/nonexistent/x.sng"), std::string::npos) << run.err;
 }

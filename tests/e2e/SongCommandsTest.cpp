@@ -69,18 +69,19 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
     vxtest::TempFolder folder;
     vxtest::WriteBytes(folder / "binary.dat", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
     vxtest::WriteBytes(folder / "blank.txt", "\n \n\t\n");
+    vxtest::WriteBytes(folder / "empty.txt", "");
     vxtest::WriteBytes(folder / "kept.sng", "old");
     vxtest::WriteBytes(folder / "plain.txt", "a verse\n");
     const std::string missing = Quote(folder / "missing.txt"), dir = Quote(folder.Path()), binary = Quote(folder / "binary.dat");
     const std::string plain = Quote(folder / "plain.txt"), kept = Quote(folder / "kept.sng");
     const std::string unwritable = Quote(folder / "plain.txt" / "x.sng");
-    struct Case {
-        std::string arguments;
-        int status;
-        const char* message;
-    } cases[] = {
-        {"song show " + missing, 1, "no such file"},
-        {"song show " + dir, 1, "it is a folder"},
+    const std::string cannotRead = "vxhost: cannot read " + folder.Path().string();
+    const std::string tooLong = (folder / std::string(260, 'x')).string();
+    struct Case { std::string arguments; int status; std::string message; } cases[] = {
+        {"song show " + missing, 1, cannotRead + "/missing.txt: no such file"},
+        {"song show " + dir, 1, cannotRead + ": it is a folder"},
+        {"song show " + Quote(folder / "empty.txt"), 1, cannotRead + "/empty.txt ("},
+        {"song show " + Quote(tooLong), 1, "vxhost: cannot read " + tooLong},
         {"song show " + binary, 1, "not a text file"},
         {"song show", 2, "wrong number of arguments"},
         {"song show " + plain + " " + plain, 2, "wrong number of arguments"},
@@ -112,11 +113,12 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
         EXPECT_EQ(run.status, c.status) << c.arguments << "\n" << run.err;
         EXPECT_EQ(Lines(run.err), 1u) << c.arguments << "\n" << run.err;
         EXPECT_NE(run.err.find(c.message), std::string::npos) << c.arguments << "\n" << run.err;
+        EXPECT_EQ(run.out, "") << c.arguments;
     }
     // Nothing new, and the old files as they were.
     EXPECT_EQ(vxtest::ReadBytes(folder / "kept.sng"), "old");
     EXPECT_EQ(vxtest::ReadBytes(folder / "plain.txt"), "a verse\n");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 4);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 5);
 }
 
 } // namespace

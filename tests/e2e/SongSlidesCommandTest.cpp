@@ -13,7 +13,7 @@ TEST(SongSlidesCommand, BandsByTheSwitchesAndTheLicence)
 {
     vxtest::TempFolder folder;
     vxtest::WriteBytes(folder / "registry.ini", "[Vexilon]\nCCLI=7654321\n");
-    const std::string song = "'" + vxtest::SamplePath("songs/abide-with-me.sng") + "'";
+    const std::string song = vxtest::Quote(vxtest::SamplePath("songs/abide-with-me.sng"));
     // A new verse shows the copyright alone, on every verse.
     auto run = RunHost("song slides " + song);
     ASSERT_EQ(run.status, 0) << run.err;

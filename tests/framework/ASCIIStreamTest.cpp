@@ -7,10 +7,7 @@ namespace {
 
 TEST(ASCIIStream, WideTextBecomesUTF8Bytes)
 {
-    const struct {
-        std::wstring m_Text;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { std::wstring m_Text; std::string m_Bytes; } cases[] = {
         {L"<a>x</a>\r\n", "<a>x</a>\r\n"},
         {L"caf\u00e9 \u20ac \U0001F600", "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80"},
         {std::wstring(L"ends\0here", 9), "ends"},

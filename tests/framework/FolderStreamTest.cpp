@@ -145,10 +145,8 @@ TEST_F(FolderStreamTest, AMissingOrMismatchedItemFailsAndLeavesTheOutputAlone)
 {
     auto root = Create<IFolderStream>(L"FolderStream");
     WriteSample(root);
-    struct Case {
-        const wchar_t* name;
-        bool folder; // whether the read expects a folder
-    };
+    // folder: whether the read expects a folder
+    struct Case { const wchar_t* name; bool folder; };
     const Case cases[] = {{L"Nothing", false}, {L"Nothing", true}, {L"Verse 1/2", false}, {L"Title", true}};
     for (const Case& c : cases) {
         SCOPED_TRACE(Narrow(c.name));
@@ -296,10 +294,7 @@ TEST_F(FolderStreamTest, ADamagedArchiveFailsAndLeavesTheTreeAsItWas)
             bytes.replace(at, from.size(), to);
         return bytes;
     };
-    struct Case {
-        const char* what;
-        std::string bytes;
-    };
+    struct Case { const char* what; std::string bytes; };
     std::string flipped = good;
     flipped[flipped.find("two")] ^= 0x20;
     const Case cases[] = {

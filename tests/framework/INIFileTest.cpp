@@ -1,7 +1,8 @@
 // INI files as parameters: sections, keys in other case, 16-bit saving with a mark and
 // reading back, and files in the encodings the system writes.
-#include "support/Fixture.h"
+#include "support/Collections.h"
 #include "support/TextBytes.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 
@@ -45,9 +46,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
     auto creatable = ini.As<IParametersCreatable>();
     creatable->Add(Str(L"abbreviation"), Str(L"KJV"), nullptr, 0);
     creatable->Add(Str(L"1"), Str(L"Genesis"), nullptr, 0);
-    auto number = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    number->put_Integer(7);
-    creatable->Add(Str(L"Count"), number, nullptr, 0);
+    creatable->Add(Str(L"Count"), Var(7), nullptr, 0);
     Choose(ini, L"Text");
     // A character of each width, and blanks that only quotes keep.
     const std::wstring awkward = L" caf\u00e9 \uac00 \U0001F600 ";
@@ -63,9 +62,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
     auto again = Open(file);
     ASSERT_EQ(again->Load(), S_OK);
     Choose(again, L"BIBLE");
-    int count = 0;
-    again.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 3);
+    EXPECT_EQ(Count(again.As<IParameters>()), 3);
     EXPECT_EQ(Value(again, L"Abbreviation"), L"KJV");
     EXPECT_EQ(Value(again, L"1"), L"Genesis");
     EXPECT_EQ(Value(again, L"count"), L"7");
@@ -75,10 +72,7 @@ TEST_F(INIFileTest, SavesSixteenBitTextWithMarkAndReadsItBack)
 
 TEST_F(INIFileTest, ReadsTheEncodingsTheSystemWrites)
 {
-    const struct {
-        const char* m_Case;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { const char* m_Case; std::string m_Bytes; } cases[] = {
         {"UTF-8", "[Bible]\nAbbreviation=L\xC3\xB6\n"},
         {"UTF-8 with mark and CR LF", "\xEF\xBB\xBF[Bible]\r\nAbbreviation = L\xC3\xB6\r\n"},
         {"UTF-16 with mark", Utf16(L"[Bible]\nAbbreviation=L\u00f6")},
@@ -99,11 +93,7 @@ TEST_F(INIFileTest, FilesThatCannotBeReadFailAndKeepWhatWasThere)
     WriteBytes(good, "[A]\nk=v\n");
     auto ini = Open(good);
     ASSERT_EQ(ini->Load(), S_OK);
-    const struct {
-        const char* m_Case;
-        bool m_Exists;
-        std::string m_Bytes;
-    } cases[] = {
+    const struct { const char* m_Case; bool m_Exists; std::string m_Bytes; } cases[] = {
         {"missing", false, ""},
         {"empty", true, ""},
         {"binary", true, Bytes("\x7F" "ELF\x02\x01\x01\0\0\0\0\0\0\0\0\0\x03\0")},
@@ -127,14 +117,11 @@ TEST_F(INIFileTest, SectionChosenBeforeLoadAndKeysOfOneNameMeetTheFirst)
     auto ini = Open(file);
     Choose(ini, L"Bible");
     ASSERT_EQ(ini->Load(), S_OK);
-    int count = 0;
-    ini.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 3) << "a section met twice is one section";
+    EXPECT_EQ(Count(ini.As<IParameters>()), 3) << "a section met twice is one section";
     EXPECT_EQ(Value(ini, L"1"), L"Genesis");
     EXPECT_EQ(Value(ini, L"2"), L"Exodus");
     Choose(ini, L"Nowhere");
-    ini.As<IParameters>()->get_Count(&count);
-    EXPECT_EQ(count, 0);
+    EXPECT_EQ(Count(ini.As<IParameters>()), 0);
 }
 
 } // namespace

@@ -2,7 +2,8 @@
 // bound inputs, and copying.
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
-#include "support/Fixture.h"
+#include "support/Collections.h"
+#include "support/Values.h"
 
 using namespace vxtest;
 
@@ -62,20 +63,14 @@ protected:
 
 TEST_F(ParametersTest, KeysByNameNumberAndObject)
 {
-    auto number = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    number->put_Integer(7);
     int index = -1;
-    EXPECT_EQ(m_Parameters->get_Index(number, &index), S_OK) << "a number is an index, existing or not";
+    EXPECT_EQ(m_Parameters->get_Index(Variant(7), &index), S_OK) << "a number is an index, existing or not";
     EXPECT_EQ(index, 7);
 
     Add(L"Title", L"first");
     Add(L"\u00c4ra", L"age");
     Add(L"title", L"second");
-    const struct {
-        const wchar_t* m_Key;
-        int32_t m_Result;
-        int m_Index;
-    } cases[] = {
+    const struct { const wchar_t* m_Key; int32_t m_Result; int m_Index; } cases[] = {
         {L"TITLE", S_OK, 0}, {L"title", S_OK, 0},  {L"\u00c4RA", S_OK, 1}, {L"\u00e4ra", E_FAIL, -1},
         {L"Titl", E_FAIL, -1}, {L"", E_FAIL, -1},
     };
@@ -85,15 +80,13 @@ TEST_F(ParametersTest, KeysByNameNumberAndObject)
         EXPECT_EQ(index, c.m_Index) << Narrow(c.m_Key);
     }
 
-    auto named = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    named->put_String(Str(L"\u00c4RA"));
-    EXPECT_EQ(m_Parameters->get_Index(named, &index), S_OK) << "a variant's string is a name";
+    EXPECT_EQ(m_Parameters->get_Index(Variant(L"\u00c4RA"), &index), S_OK) << "a variant's string is a name";
     EXPECT_EQ(index, 1);
     // Any object that is neither string nor variant is looked up by identity, also
     // when a variant carries it.
     auto held = Create<IParameters>(L"ParametersCreatable");
     m_Parameters.As<IParametersCreatable>()->Add(Str(L"Object"), held, nullptr, 0);
-    auto carried = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    auto carried = Variant(0);
     carried->put_Object(held);
     for (IUnknown* key : {static_cast<IUnknown*>(held.get()), static_cast<IUnknown*>(carried.get())}) {
         index = -1;
@@ -132,10 +125,7 @@ TEST_F(ParametersTest, ValuesDescriptorsAndBoundInputs)
 
 TEST_F(ParametersTest, SortCountsCaseAndReversesContents)
 {
-    const struct {
-        int m_Mode;
-        const wchar_t* m_Order[4];
-    } cases[] = {
+    const struct { int m_Mode; const wchar_t* m_Order[4]; } cases[] = {
         {0, {L"Beta", L"Zulu", L"alpha", L"beta"}},
         {2, {L"beta", L"alpha", L"Zulu", L"Beta"}},
     };
@@ -159,19 +149,13 @@ TEST_F(ParametersTest, SortCountsCaseAndReversesContents)
 // stays a string, a number a number, an object an object.
 TEST_F(ParametersTest, ValuesKeepTheirKindOnEveryRoad)
 {
-    auto number = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    number->put_Integer(7);
     auto object = Create<IUnknown>(L"SimpleCollection");
     ASSERT_TRUE(object);
-    struct Case {
-        const wchar_t* name;
-        SmartPtr<IUnknown> value;
-        short isString, isObject;
-        const wchar_t* text; // ISCreate of the value variant
-    };
+    // text: ISCreate of the value variant
+    struct Case { const wchar_t* name; SmartPtr<IUnknown> value; short isString, isObject; const wchar_t* text; };
     const Case cases[] = {
         {L"String", SmartPtr<IUnknown>(Str(L"Isaac Watts").get()), 1, 0, L"Isaac Watts"},
-        {L"Number", SmartPtr<IUnknown>(number.get()), 0, 0, L"7"},
+        {L"Number", Var(7), 0, 0, L"7"},
         {L"Object", object, 0, 1, L"SimpleCollection"},
         {L"Nothing", {}, 1, 0, L""},
     };
@@ -220,9 +204,7 @@ TEST_F(ParametersTest, CopyReplacesKnownNamesAndAddsOthers)
     source.As<IParametersCreatable>()->Add(Str(L"TITLE"), Str(L"new"), nullptr, 5);
     source.As<IParametersCreatable>()->Add(Str(L"Author"), Str(L"Watts"), nullptr, 0);
     ASSERT_EQ(m_Parameters->Copy(source), S_OK);
-    int count = 0;
-    m_Parameters->get_Count(&count);
-    ASSERT_EQ(count, 3);
+    ASSERT_EQ(Count(m_Parameters), 3);
     EXPECT_EQ(ItemAt(0), L"new");
     EXPECT_EQ(ItemAt(1), L"double") << "the first of two names takes the value";
     EXPECT_EQ(NameAt(2), L"Author");
@@ -231,8 +213,7 @@ TEST_F(ParametersTest, CopyReplacesKnownNamesAndAddsOthers)
     EXPECT_EQ(flags, 5);
 
     ASSERT_EQ(m_Parameters->Copy(m_Parameters), S_OK);
-    m_Parameters->get_Count(&count);
-    EXPECT_EQ(count, 3) << "a copy into itself adds nothing";
+    EXPECT_EQ(Count(m_Parameters), 3) << "a copy into itself adds nothing";
     EXPECT_EQ(ItemAt(2), L"Watts");
 }
 

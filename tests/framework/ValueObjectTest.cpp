@@ -3,10 +3,11 @@
 #include <functional>
 #include <string>
 
-#include "support/Fixture.h"
+#include "support/Collections.h"
 
 namespace {
 
+using vxtest::Count;
 using vxtest::Create;
 using vxtest::Str;
 using vxtest::Text;
@@ -87,9 +88,7 @@ TEST_F(ValueObjectTest, ASimpleCollectionKeepsItsItemsInOrder)
     EXPECT_LT(list->Add(nullptr), 0);
     auto plain = list.As<ISimpleCollection>();
     ASSERT_TRUE(plain);
-    int count = 0;
-    plain->get_Count(&count);
-    EXPECT_EQ(count, 2);
+    EXPECT_EQ(Count(plain), 2);
     SmartPtr<IUnknown> item;
     ASSERT_GE(plain->get_Item(1, item.Receive()), 0);
     EXPECT_EQ(Text(item), L"second");
@@ -99,10 +98,7 @@ TEST_F(ValueObjectTest, ASimpleCollectionKeepsItsItemsInOrder)
 
 TEST_F(ValueObjectTest, ABoundRecordNamesItsObjectsComponent)
 {
-    struct Case {
-        const wchar_t* component;
-        const wchar_t* module;
-    };
+    struct Case { const wchar_t* component; const wchar_t* module; };
     const Case cases[] = {{L"Variant", L"Collections"}, {L"StringCollection", L"Collections"}};
     for (const Case& c : cases) {
         auto record = Create<IComponentString>(L"ComponentString");

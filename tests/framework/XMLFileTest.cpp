@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "support/Fixture.h"
+#include "support/Collections.h"
 
 using namespace vxtest;
 
@@ -13,9 +13,7 @@ namespace {
 std::wstring Dump(IParameters* entries)
 {
     std::wstring out;
-    int count = 0;
-    entries->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < Count(entries); ++i) {
         SmartPtr<IString> name;
         entries->get_ItemName(i, name.Receive());
         int flags = 0;
@@ -54,10 +52,7 @@ protected:
 
 TEST_F(XMLFileTest, EntriesAreTheChildrenOfTheTopElement)
 {
-    struct Case {
-        const char* file;
-        const wchar_t* entries;
-    } cases[] = {
+    struct Case { const char* file; const wchar_t* entries; } cases[] = {
         {"<?xml version=\"1.0\"?><Bible><Book name=\"Jude\"><Chapter><Verse>Jude, a servant</Verse></Chapter></Book>"
          "</Bible>",
          L"Book{name=\"Jude\"}[@name=\"Jude\" Chapter[Verse=\"Jude, a servant\"]]"},
@@ -128,12 +123,8 @@ TEST_F(XMLFileTest, BookAnswersVersesAndHeaders)
     ASSERT_TRUE(parameters);
     SmartPtr<IVXBook> books[] = {BookOf(parameters, 0), BookOf(parameters, 1)};
 
-    struct Case {
-        int book, chapter, verse, count;
-        int32_t result;
-        const wchar_t* verses;
-        const wchar_t* header;
-    } cases[] = {
+    struct Case { int book, chapter, verse, count; int32_t result; const wchar_t* verses;
+        const wchar_t* header; } cases[] = {
         {0, 1, 1, 1, S_OK, L"2:\tb2", L"Acts 2:2"},
         {0, 1, 0, 2, S_OK, L"1:\tb1\r\n2:\tb2", L"Acts 2:1-2"},
         {0, 1, 1, BIBLE_VERSES_TO_END, S_OK, L"2:\tb2\r\n3:\tb3", L"Acts 2:2-"},

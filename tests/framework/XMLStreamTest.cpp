@@ -7,6 +7,7 @@
 
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
+#include "support/Streams.h"
 #include "support/Values.h"
 
 namespace {
@@ -15,6 +16,7 @@ using vxtest::Create;
 using vxtest::Str;
 using vxtest::Text;
 using vxtest::Author;
+using vxtest::WideBuffer;
 
 std::wstring View(tagREFString view)
 {
@@ -39,14 +41,6 @@ SmartPtr<IXMLStream> Writer()
         EXPECT_EQ(stream->SetBuffer(nullptr, 0, 0), S_OK);
     }
     return stream;
-}
-
-std::wstring Written(IDataStream* stream)
-{
-    void* data = nullptr;
-    unsigned long size = 0;
-    EXPECT_EQ(stream->GetBuffer(&data, &size), S_OK);
-    return std::wstring(static_cast<wchar_t*>(data), size / sizeof(wchar_t));
 }
 
 // Fetches a child by name: its text, and the element as a stream.
@@ -141,7 +135,7 @@ TEST_F(XMLStreamTest, AwkwardValuesComeBackAsTheyWere)
         writer->OpenElement(Str(L"Root"), 0, 0);
         writer->PutAttribute(Str(L"V"), 0, Str(value), 0);
         writer->CloseElement();
-        std::wstring text = Written(writer);
+        std::wstring text = WideBuffer(writer);
         for (wchar_t c : text)
             ASSERT_TRUE(Carriable(c)) << "a character no XML file can carry is written raw: " << int(c);
 
@@ -159,7 +153,7 @@ TEST_F(XMLStreamTest, NamesThatXMLCannotHoldComeBackAsTheyWere)
     for (const std::wstring& name : names)
         EXPECT_EQ(writer->PutAttribute(Str(name), 0, Str(L"v"), 0), S_OK);
     EXPECT_LT(writer->PutAttribute(Str(L""), 0, Str(L"v"), 0), 0) << "an element needs a name";
-    EXPECT_EQ(Walk(Reader(Written(writer))), std::vector<std::wstring>(std::begin(names), std::end(names)));
+    EXPECT_EQ(Walk(Reader(WideBuffer(writer))), std::vector<std::wstring>(std::begin(names), std::end(names)));
 }
 
 TEST_F(XMLStreamTest, ReferencesAndSectionsAreUndoneOnReading)
@@ -261,7 +255,7 @@ std::wstring SaveFile(IDataPersist* object, bool declaration, bool stylesheet)
     EXPECT_EQ(writer->OpenObject(object, 0, 0), S_OK);
     object->Save(writer.As<IDataStream>(), 0);
     EXPECT_EQ(writer->CloseElement(), S_OK);
-    return Written(writer);
+    return WideBuffer(writer);
 }
 
 // And its load: twice an instruction skipped where there is one, then the root.
@@ -317,11 +311,7 @@ TEST_F(XMLStreamTest, ADataStreamKeepsBytesAndSkipsWithinThem)
     ASSERT_TRUE(stream);
     stream->SetBuffer(const_cast<char*>("abc"), 3, 0);
     stream->Write("de\0f", 4, 0);
-    struct Step {
-        int m_Skip;
-        int32_t m_Result;
-        std::string m_Rest;
-    };
+    struct Step { int m_Skip; int32_t m_Result; std::string m_Rest; };
     const Step steps[] = {{0, S_OK, std::string("abcde\0f", 7)}, {2, S_OK, std::string("cde\0f", 5)},
                           {-1, S_OK, std::string("bcde\0f", 6)},   {100, S_FALSE, ""},
                           {-100, S_FALSE, std::string("abcde\0f", 7)}};
@@ -333,7 +323,7 @@ TEST_F(XMLStreamTest, ADataStreamKeepsBytesAndSkipsWithinThem)
         EXPECT_EQ(std::string(static_cast<char*>(data), size), step.m_Rest) << step.m_Skip;
     }
     stream->SetBuffer(nullptr, 0, 0);
-    EXPECT_EQ(Written(stream), L"");
+    EXPECT_EQ(WideBuffer(stream), L"");
     EXPECT_LT(stream->SetBuffer(nullptr, 5, 0), 0);
 }
 

@@ -28,13 +28,8 @@ TEST(FileReplacement, OldFileSurvivesAFailedSave)
     TempFolder folder;
     WriteBytes(folder / "kept.txt", "old");
     fs::create_directory(folder / "folder.txt");
-    struct Case {
-        const char* what;
-        fs::path target;
-        short append;
-        int32_t result;
-        std::string content; // what the target holds after; "-" for no file
-    } cases[] = {
+    // content: what the target holds after, "-" for no file
+    struct Case { const char* what; fs::path target; short append; int32_t result; std::string content; } cases[] = {
         {"a new file", folder / "new.txt", 0, S_OK, "new"},
         {"an old file replaced", folder / "kept.txt", 0, S_OK, "new"},
         {"appended in place", folder / "kept.txt", 1, S_OK, "newnew"},

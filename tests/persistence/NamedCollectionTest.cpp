@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "persistence/ProbeCollection.h"
+#include "support/Values.h"
 
 using vxtest::Str;
 using vxtest::Text;
@@ -123,17 +124,14 @@ TEST_F(NamedCollectionTest, FindsByNumberAndByObject)
     Probe<IUnknown> items[] = {MakeProbe(), MakeProbe()};
     c->Add(Str(L"a"), items[0].face, nullptr, 0);
     c->Add(Str(L"b"), items[1].face, nullptr, 0);
-    auto variant = [](auto put) {
-        auto v = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-        put(v.get());
-        return SmartPtr<IUnknown>(v.get());
-    };
+    auto holder = vxtest::Variant(0);
+    holder->put_Object(items[1].face);
     const struct { const char* what; SmartPtr<IUnknown> key; int32_t result; int index; } cases[] = {
         {"null", nullptr, E_FAIL, -1},
-        {"number past the end", variant([](IVariant* v) { v->put_Integer(7); }), S_OK, 7},
-        {"floating number", variant([](IVariant* v) { v->put_Double(-2.9); }), S_OK, -2},
-        {"variant of a name", variant([](IVariant* v) { v->put_String(Str(L"b")); }), S_OK, 1},
-        {"variant of an item", variant([&](IVariant* v) { v->put_Object(items[1].face); }), S_OK, 1},
+        {"number past the end", vxtest::Var(7), S_OK, 7},
+        {"floating number", vxtest::Var(-2.9), S_OK, -2},
+        {"variant of a name", vxtest::Var(std::wstring(L"b")), S_OK, 1},
+        {"variant of an item", SmartPtr<IUnknown>(holder.get()), S_OK, 1},
         {"item through another face", SmartPtr<IUnknown>(items[1].face.As<IObjectInfo>().get()), S_OK, 1},
         {"object not held", SmartPtr<IUnknown>(MakeProbe().face.get()), E_FAIL, -1},
     };

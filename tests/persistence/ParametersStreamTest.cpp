@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "persistence/ParametersStream.h"
-#include "support/Fixture.h"
+#include "support/Collections.h"
 #include "support/ScopedRegistry.h"
 #include "support/Streams.h"
 #include "support/Values.h"
@@ -18,9 +18,7 @@ namespace {
 std::vector<std::wstring> Describe(IParameters* parameters)
 {
     std::vector<std::wstring> lines;
-    int count = 0;
-    parameters->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < Count(parameters); ++i) {
         SmartPtr<IString> name;
         SmartPtr<IVariant> value;
         SmartPtr<IUnknown> descriptor;
@@ -48,12 +46,7 @@ std::vector<std::wstring> Describe(IParameters* parameters)
     return lines;
 }
 
-struct Row {
-    const wchar_t* m_Name;
-    SmartPtr<IUnknown> m_Value;
-    int m_Flags;
-    SmartPtr<IUnknown> m_Descriptor;
-};
+struct Row { const wchar_t* m_Name; SmartPtr<IUnknown> m_Value; int m_Flags; SmartPtr<IUnknown> m_Descriptor; };
 
 SmartPtr<IParameters> Make(const std::vector<Row>& rows)
 {
@@ -86,12 +79,7 @@ protected:
 
 TEST_F(ParametersStreamTest, XMLFormsOfOneItem)
 {
-    struct Case {
-        const char* m_What;
-        Row m_Row;
-        int m_Mode;
-        const wchar_t* m_Expected;
-    };
+    struct Case { const char* m_What; Row m_Row; int m_Mode; const wchar_t* m_Expected; };
     const Case cases[] = {
         {"compact number loses its type flag", {L"Count", Var(7), 3, {}}, PARAMS_COMPACT, L"<Count>7</Count>"},
         {"colour goes red first", {L"Colour", Var(0x123456), 35, {}}, PARAMS_COMPACT, L"<Colour>#563412</Colour>"},
@@ -191,14 +179,8 @@ TEST_F(ParametersStreamTest, FolderCompactDropsWhatTheFlagsSay)
 // A file name saved under one installation comes back under the moved one.
 TEST_F(ParametersStreamTest, FileNamesSurviveAMoveOfTheInstallation)
 {
-    struct Case {
-        const char* m_What;
-        const wchar_t* m_Path;
-        int m_Flags;
-        int m_Mode;
-        const wchar_t* m_Loaded;
-        int m_SavedFlags;
-    };
+    struct Case { const char* m_What; const wchar_t* m_Path; int m_Flags; int m_Mode; const wchar_t* m_Loaded;
+        int m_SavedFlags; };
     const Case cases[] = {
         {"mapped", L"/opt/a/songs/x.sng", 0x6, PARAMS_REPLACE, L"/srv/b/songs/x.sng", 0x6},
         {"relative below the install path", L"/opt/a/songs/x.sng", 0x16, PARAMS_REPLACE, L"/srv/b/songs/x.sng",
@@ -232,15 +214,11 @@ TEST_F(ParametersStreamTest, FileNamesSurviveAMoveOfTheInstallation)
 TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
 {
     auto parameters = Make({{L"a", Var(1), 0, {}}, {L"b", Var(std::wstring(L"xy")), 0, {}}, {L"c", Var(2), 0x40000, {}}});
-    struct Case {
-        int m_Mode;
-        std::string m_Bytes;
-    };
-    const Case cases[] = {
+    const struct { int m_Mode; std::string m_Bytes; } cases[] = {
         {PARAMS_WITHNAMES | PARAMS_COMPACT, std::string("a\0=\0" "1\0" ",\0" "b\0=\0" "x\0\0\0", 16)},
         {0, std::string("1\0" ",\0" "x\0\0\0" ",\0" "2\0", 12)},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         auto stream = Create<IDataStream>(L"CSVStream");
         stream->SetBuffer(nullptr, 0, 0);
         EXPECT_EQ(parameters->Params_SaveCSV(stream, c.m_Mode), S_OK);
@@ -251,9 +229,7 @@ TEST_F(ParametersStreamTest, CSVLineKeepsItsHalfWidthWriting)
     EXPECT_EQ(parameters->Params_SaveCSV(xml, 0), S_OK);
     EXPECT_EQ(parameters->Params_LoadFolderStream(xml, PARAMS_REPLACE), S_OK);
     EXPECT_EQ(parameters->Params_LoadXMLUnk(Create<IDataStream>(L"FolderStream"), PARAMS_REPLACE), S_OK);
-    int count = 0;
-    parameters->get_Count(&count);
-    EXPECT_EQ(count, 3);
+    EXPECT_EQ(Count(parameters), 3);
 }
 
 TEST_F(ParametersStreamTest, ObjectsOnlyXMLRoundTrip)

@@ -25,10 +25,7 @@ protected:
 };
 
 // A result and the text it gave; "<untouched>" when the output kept its old value.
-struct Outcome {
-    int32_t m_Result;
-    std::wstring m_Text;
-};
+struct Outcome { int32_t m_Result; std::wstring m_Text; };
 
 Outcome Call(int32_t (*function)(IString*, IString**), const wchar_t* input)
 {
@@ -45,12 +42,7 @@ int32_t MapStripping(IString* path, IString** out) { return FILENAMEMap(path, ou
 
 TEST_F(PathMappingTest, MapsBelowTheInstallationAndByTheFirstMapping)
 {
-    const struct {
-        const wchar_t* m_Path;
-        bool m_Strip;
-        int32_t m_Result;
-        const wchar_t* m_Mapped;
-    } cases[] = {
+    const struct { const wchar_t* m_Path; bool m_Strip; int32_t m_Result; const wchar_t* m_Mapped; } cases[] = {
         {L"/opt/a/x.sng", false, S_OK, L"[InstallPath]/x.sng"},
         {L"/opt/a/x.sng", true, S_OK, L"x.sng"},
         {L"/opt/a", true, S_OK, L"[InstallPath]"},
@@ -70,11 +62,7 @@ TEST_F(PathMappingTest, MapsBelowTheInstallationAndByTheFirstMapping)
 
 TEST_F(PathMappingTest, UnmapsKnownNamesOnly)
 {
-    const struct {
-        const wchar_t* m_Mapped;
-        int32_t m_Result;
-        const wchar_t* m_Path;
-    } cases[] = {
+    const struct { const wchar_t* m_Mapped; int32_t m_Result; const wchar_t* m_Path; } cases[] = {
         {L"[InstallPath]/x.sng", S_OK, L"/opt/a/x.sng"},
         {L"[installpath]\\x", S_OK, L"/opt/a/x"},
         {L"[Songs]\\a\\b", S_OK, L"/home/u/songs/a/b"},
@@ -91,12 +79,9 @@ TEST_F(PathMappingTest, UnmapsKnownNamesOnly)
 
 TEST_F(PathMappingTest, RelativePathsAndTheWayBack)
 {
-    const struct {
-        const wchar_t* m_Base;
-        const wchar_t* m_Path;
-        const wchar_t* m_Relative;
-        const wchar_t* m_Back; // by FILENAMECreateAbsolute from the same base
-    } cases[] = {
+    // m_Back: by FILENAMECreateAbsolute from the same base
+    const struct { const wchar_t* m_Base; const wchar_t* m_Path; const wchar_t* m_Relative;
+        const wchar_t* m_Back; } cases[] = {
         {L"/a/b/c.sng", L"/a/b/d/e.sng", L"..\\d/e.sng", L"/a/b/d/e.sng"},
         {L"/a/b/c/d.sng", L"/a/b/x.sng", L"..\\..\\x.sng", L"/a/b/x.sng"},
         {L"/A/B/c.sng", L"/a/b/d.sng", L"..\\d.sng", L"/A/B/d.sng"},
@@ -115,11 +100,7 @@ TEST_F(PathMappingTest, RelativePathsAndTheWayBack)
 
 TEST_F(PathMappingTest, AbsolutePaths)
 {
-    const struct {
-        const wchar_t* m_Base;
-        const wchar_t* m_Path;
-        const wchar_t* m_Absolute;
-    } cases[] = {
+    const struct { const wchar_t* m_Base; const wchar_t* m_Path; const wchar_t* m_Absolute; } cases[] = {
         {L"/a/b/c.sng", L"..\\d/e.sng", L"/a/b/d/e.sng"},
         {L"/r/a/b/c.sng", L"..\\..\\x.sng", L"/r/a/x.sng"},
         {L"/a/b/c.sng", L"..\\..\\x.sng", L"/a/b/c.sng/x.sng"},
@@ -145,10 +126,7 @@ TEST_F(PathMappingTest, ApplicationPathFollowsTheOpenWorkspace)
 {
     auto workspace = Create<IFileArchive>(L"ActiveWorkspace");
     ASSERT_TRUE(workspace);
-    const struct {
-        const wchar_t* m_Workspace;
-        const wchar_t* m_AppPath;
-    } cases[] = {
+    const struct { const wchar_t* m_Workspace; const wchar_t* m_AppPath; } cases[] = {
         {nullptr, L"/srv/app"},
         {L"/shows/easter/show.vxw", L"/shows/easter"},
         {L"/show.vxw", L"/srv/app"},

@@ -6,7 +6,7 @@
 
 #include "persistence/NamedCollection.h"
 #include "runtime/ObjectInfo.h"
-#include "support/Fixture.h"
+#include "support/Collections.h"
 
 template <class ItemI>
 class CProbeCollection : public CObject<CProbeCollection<ItemI>>,
@@ -62,9 +62,7 @@ inline void AddNamed(ISuperCollection* collection, const std::vector<std::wstrin
 inline std::vector<std::wstring> Names(ISuperCollection* collection)
 {
     std::vector<std::wstring> names;
-    int count = 0;
-    collection->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < vxtest::Count(collection); ++i) {
         SmartPtr<IString> name;
         names.push_back(SUCCEEDED(collection->get_ItemName(i, name.Receive())) ? vxtest::Text(name) : L"-");
     }

@@ -15,15 +15,8 @@ std::wstring Str(const CREFString& view)
 
 TEST(TagScan, FindsOneElementByName)
 {
-    const struct {
-        const wchar_t* m_Tag;
-        const wchar_t* m_Text;
-        short m_Advance;
-        int32_t m_Result;
-        const wchar_t* m_Attributes;
-        const wchar_t* m_Content;
-        const wchar_t* m_TextAfter;
-    } cases[] = {
+    const struct { const wchar_t* m_Tag; const wchar_t* m_Text; short m_Advance; int32_t m_Result;
+        const wchar_t* m_Attributes; const wchar_t* m_Content; const wchar_t* m_TextAfter; } cases[] = {
         {L"b", L"<a>1</a><b x='2'>3</b>4", 1, S_OK, L" x='2'", L"3", L"4"},
         {L"b", L"<a>1</a><b x='2'>3</b>4", 0, S_OK, L" x='2'", L"3", L"<a>1</a><b x='2'>3</b>4"},
         // The opening pattern is a prefix: "verse" finds "<verses>".
@@ -90,19 +83,12 @@ TEST(TagScan, ReadsNothingBehindTheView)
     EXPECT_EQ(rest.m_Buffer, pair.data() + 4);
 }
 
-struct Step {
-    int32_t m_Result;
-    std::wstring m_Name;
-    std::wstring m_Value;
-};
+struct Step { int32_t m_Result; std::wstring m_Name; std::wstring m_Value; };
 
 TEST(TagScan, WalksTheAttributesOfATag)
 {
-    const struct {
-        const wchar_t* m_Attributes;
-        std::vector<Step> m_Steps; // up to and including the first failure
-        const wchar_t* m_Left;
-    } cases[] = {
+    // m_Steps: up to and including the first failure
+    const struct { const wchar_t* m_Attributes; std::vector<Step> m_Steps; const wchar_t* m_Left; } cases[] = {
         {L" id=\"1\" name='x y' z=3/",
          {{S_OK, L"id", L"1"}, {S_OK, L"name", L"x y"}, {S_OK, L"z", L"3"}, {E_FAIL, L"", L""}}, L""},
         {L"a", {{S_OK, L"a", L"a"}, {E_FAIL, L"", L""}}, L""},

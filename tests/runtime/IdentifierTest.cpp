@@ -25,10 +25,7 @@ std::string Bytes(const IID& iid)
 TEST(Identifier, BytesFromNames)
 {
     const std::string zeros11 = " 00 00 00 00 00 00 00 00 00 00 00";
-    struct Case {
-        const char* name;
-        std::string bytes;
-    } cases[] = {
+    struct Case { const char* name; std::string bytes; } cases[] = {
         {"", "00 00 00 00 00" + zeros11},
         {"A", "01 00 00 00 00" + zeros11},
         {"AB", "41 00 00 00 00" + zeros11},
@@ -44,11 +41,7 @@ TEST(Identifier, BytesFromNames)
 
 TEST(Identifier, Collisions)
 {
-    struct Case {
-        const char* a;
-        const char* b;
-        bool equal;
-    } cases[] = {
+    struct Case { const char* a; const char* b; bool equal; } cases[] = {
         {"ab", "AB", true},
         {"IString", "istring", true},
         {"I5", "I_", true},                                          // both code 27

@@ -25,11 +25,8 @@ protected:
 
 TEST_F(ModuleEntry, LookupByExactName)
 {
-    struct Case {
-        std::wstring name;
-        int length; // -1: the name's own length
-        bool found;
-    } cases[] = {
+    // a length of -1 takes the name's own
+    struct Case { std::wstring name; int length; bool found; } cases[] = {
         {L"VXSong", -1, true},
         {L"VXSongVerse", -1, true},
         {L"VXsong", -1, false},         // case counts

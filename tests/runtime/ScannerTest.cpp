@@ -47,11 +47,7 @@ template <class Scan> std::wstring Lines(const std::wstring& text, Scan scan)
 
 TEST(ScannerTest, GetLineLoopEndsWithTheLastLine)
 {
-    struct Case {
-        std::wstring text;
-        bool strip;
-        std::wstring steps;
-    };
+    struct Case { std::wstring text; bool strip; std::wstring steps; };
     const Case cases[] = {
         {L"a\nb", true, L"[a]0[b]1"},
         {L"a\n", true, L"[a]1"}, // no empty last line
@@ -72,11 +68,7 @@ TEST(ScannerTest, GetLineLoopEndsWithTheLastLine)
 
 TEST(ScannerTest, GetLineWithoutAdvanceTellsWhetherTextRemains)
 {
-    struct Case {
-        std::wstring text;
-        int32_t result;
-        std::wstring line;
-    };
+    struct Case { std::wstring text; int32_t result; std::wstring line; };
     const Case cases[] = {
         {L"a\nb", S_OK, L"a"},
         {L"a\n", E_FAIL, L"a"}, // the line is given although the result is a failure
@@ -105,11 +97,7 @@ TEST(ScannerTest, GetLineOnANegativeLengthTakesNothing)
 
 TEST(ScannerTest, GetLineCRLFTakesMixedPairsAsOneEnd)
 {
-    struct Case {
-        std::wstring text;
-        bool strip;
-        std::wstring steps;
-    };
+    struct Case { std::wstring text; bool strip; std::wstring steps; };
     const Case cases[] = {
         {L"a\r\nb", true, L"[a]0[b]1"},   {L"a\n\rb", true, L"[a]0[b]1"},        {L"a\n\nb", true, L"[a]0[]0[b]1"},
         {L"a\r\rb", true, L"[a]0[]0[b]1"}, {L"a\r\n", true, L"[a]1"},            {L"a\r\nb", false, L"[a\r\n]0[b]1"},
@@ -129,13 +117,8 @@ TEST(ScannerTest, GetLineCRLFTakesMixedPairsAsOneEnd)
 TEST(ScannerTest, ScansFromTheRight)
 {
     enum Method { Reverse, Right, CropRight };
-    struct Case {
-        Method method;
-        std::wstring text;
-        bool advance, skip, whole;
-        int32_t result;
-        std::wstring out, receiver;
-    };
+    struct Case { Method method; std::wstring text; bool advance, skip, whole; int32_t result;
+        std::wstring out, receiver; };
     const Case cases[] = {
         {Reverse, L"/x", true, true, false, E_FAIL, L"", L"/x"},
         {Reverse, L"a/b/c", true, true, false, S_OK, L"a/b", L"c"},
@@ -171,12 +154,7 @@ TEST(ScannerTest, ScansFromTheRight)
 
 TEST(ScannerTest, SplitStopsAtADelimiterOrAControlCharacter)
 {
-    struct Case {
-        std::wstring text, delimiters;
-        int stopAtControl;
-        int32_t result;
-        std::wstring left, right;
-    };
+    struct Case { std::wstring text, delimiters; int stopAtControl; int32_t result; std::wstring left, right; };
     const Case cases[] = {
         {L"ab cd", L" ", 0, S_OK, L"ab", L" cd"},
         {L"abcd", L" ", 0, E_FAIL, L"abcd", L""},
@@ -200,11 +178,7 @@ TEST(ScannerTest, SplitStopsAtADelimiterOrAControlCharacter)
 
 TEST(ScannerTest, GetWordGivesTheDelimitersOneBasedPosition)
 {
-    struct Case {
-        std::wstring text;
-        int32_t result;
-        std::wstring word, receiver;
-    };
+    struct Case { std::wstring text; int32_t result; std::wstring word, receiver; };
     const Case cases[] = {
         {L"ab,cd", 3, L"ab", L",cd"}, // the delimiter isn't skipped
         {L"abcd", 0, L"abcd", L""},   // 0: the word runs to the end
@@ -224,11 +198,7 @@ TEST(ScannerTest, GetWordGivesTheDelimitersOneBasedPosition)
 
 TEST(ScannerTest, GetFirstWordTokenises)
 {
-    struct Case {
-        std::wstring text;
-        int32_t result;
-        std::wstring token, rest;
-    };
+    struct Case { std::wstring text; int32_t result; std::wstring token, rest; };
     const Case cases[] = {
         {L"-12.5e+3 x", S_OK, L"-12.5e+3", L" x"},
         {L"1e5", S_OK, L"1", L"e5"},         // an exponent only after a fraction
@@ -275,10 +245,7 @@ TEST(ScannerTest, GetFirstWordStaysInsideItsView)
 
 TEST(ScannerTest, ContainsScansOnceWithoutGoingBack)
 {
-    struct Case {
-        std::wstring text, needle;
-        int32_t result;
-    };
+    struct Case { std::wstring text, needle; int32_t result; };
     const Case cases[] = {
         {L"xab", L"ab", 1},
         {L"ab", L"ab", 1}, // a match at 0 reads as 1 for needles of two or more
@@ -310,12 +277,7 @@ TEST(ScannerTest, ContainsScansOnceWithoutGoingBack)
 
 TEST(ScannerTest, TrimLeftInBothModes)
 {
-    struct Case {
-        std::wstring text;
-        bool punctuation;
-        int32_t removed;
-        std::wstring rest;
-    };
+    struct Case { std::wstring text; bool punctuation; int32_t removed; std::wstring rest; };
     const Case cases[] = {
         {L" \t,a", true, 3, L"a"},
         {L" \t,a", false, 2, L",a"},
@@ -333,12 +295,7 @@ TEST(ScannerTest, TrimLeftInBothModes)
 
 TEST(ScannerTest, CompareIHasThreeResults)
 {
-    struct Case {
-        std::wstring text, other;
-        short prefix;
-        int32_t result;
-    };
-    const Case cases[] = {
+    const struct { std::wstring text, other; short prefix; int32_t result; } cases[] = {
         {L"Abc", L"abc", 0, S_OK},
         {L"abcd", L"abc", 0, S_FALSE},
         {L"ABCD", L"abc", 1, S_FALSE},
@@ -348,7 +305,7 @@ TEST(ScannerTest, CompareIHasThreeResults)
         {L"a", L"", 0, E_FAIL},
         {L"", L"", 0, E_FAIL}, // two empty strings aren't equal
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Owned text(c.text);
         Owned other(c.other);
         EXPECT_EQ(text.View().CompareI(other.View(), c.prefix), c.result)

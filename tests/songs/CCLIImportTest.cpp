@@ -7,11 +7,7 @@ using namespace vxtest;
 
 class CCLIImport : public SongTest {};
 
-struct Imported {
-    SongVerses verses;
-    Attributes attributes;
-    std::wstring file;
-};
+struct Imported { SongVerses verses; Attributes attributes; std::wstring file; };
 
 Imported Import(IVXSong* song, const std::wstring& paste, const std::wstring& file)
 {
@@ -27,13 +23,8 @@ Imported Import(IVXSong* song, const std::wstring& paste, const std::wstring& fi
 TEST_F(CCLIImport, PastesGoodAndDamaged)
 {
     const std::wstring lost = L"\xFFFD 2001 Example Music";
-    struct Case {
-        const char* what;
-        std::wstring paste;
-        std::vector<std::wstring> ids;
-        std::vector<std::wstring> texts;
-        Attributes attributes;
-    } cases[] = {
+    struct Case { const char* what; std::wstring paste; std::vector<std::wstring> ids; std::vector<std::wstring> texts;
+        Attributes attributes; } cases[] = {
         {"title, one verse, an author", L"Morning Song\n\nVerse 1\nline one\nline two\n\nJane Doe\n",
          {L"Verse 1"}, {L"line one\nline two"}, {{L"title", L"Morning Song"}, {L"author", L"Jane Doe"}}},
         {"CR LF, a CCLI line before the author, a lost sign, a publisher and the info",
@@ -69,11 +60,7 @@ TEST_F(CCLIImport, PastesGoodAndDamaged)
 
 TEST_F(CCLIImport, FileNameComesFromTheTitle)
 {
-    struct Case {
-        std::wstring old;
-        std::wstring title;
-        std::wstring expected;
-    } cases[] = {
+    struct Case { std::wstring old; std::wstring title; std::wstring expected; } cases[] = {
         {L"/songs/in/new.sng", L"Morning, Song #2!", L"/songs/in/MorningSong2.sng"},
         {L"/songs/x.txt", L"?? !!", L"/songs/.sng"},
         {L"x.sng", L"\xC0 toi", L"/toi.sng"},

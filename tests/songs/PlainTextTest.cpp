@@ -11,11 +11,7 @@ class PlainText : public SongTest {};
 TEST_F(PlainText, Splitting)
 {
     const std::wstring longLine = L"Amazing grace, how sweet the sound that saved a wretch like me";
-    struct Case {
-        const char* what;
-        std::wstring text;
-        std::vector<std::wstring> verses;
-    } cases[] = {
+    struct Case { const char* what; std::wstring text; std::vector<std::wstring> verses; } cases[] = {
         {"two verses", L"one\n\ntwo", {L"one", L"two"}},
         {"blank lines collapse, leading ones skipped", L"\n\n  \none\n\n\n\n two \n\n", {L"one", L"two"}},
         {"CR LF line ends", L"one\r\nline\r\n\r\ntwo\r\n", {L"one\r\nline", L"two"}},
@@ -40,19 +36,6 @@ TEST_F(PlainText, Splitting)
     auto named = NewSong();
     SetText(named, L"one\n\n" + longLine);
     EXPECT_EQ(ItemNames(named), (std::vector<std::wstring>{L"Verse1 : one", L"Verse2 : " + longLine.substr(0, 40)}));
-}
-
-TEST_F(PlainText, PrintingAndReSplitting)
-{
-    auto song = NewSong();
-    SetText(song, L"\n one \n\n\n two\r\n");
-    std::wstring printed = SongText(song, 0);
-    EXPECT_EQ(printed, L"one\r\n\r\ntwo\r\n\r\n");
-    SetText(song, printed);
-    EXPECT_EQ(VersesOf(song).texts, (std::vector<std::wstring>{L"one", L"two"}));
-    SetText(song, L"");
-    EXPECT_TRUE(VersesOf(song).texts.empty());
-    EXPECT_EQ(SongText(song, 0), L"");
 }
 
 TEST_F(PlainText, VersesKnowTheirSongAndNumber)

@@ -12,12 +12,7 @@ const wchar_t kGrace[] = L"Amazing grace! How sweet the sound\nThat saved a wret
 
 TEST_F(SongArrange, BreaksLinesAndVerses)
 {
-    struct Case {
-        const char* what;
-        std::wstring text;
-        int lines, chars;
-        std::vector<std::wstring> verses;
-    } cases[] = {
+    struct Case { const char* what; std::wstring text; int lines, chars; std::vector<std::wstring> verses; } cases[] = {
         {"wide limits add a blank at each line end and nothing else",
          std::wstring(kGrace) + L"\n\n'Twas grace that taught\nmy heart to fear", 100, 100,
          {L"Amazing grace! How sweet the sound \r\nThat saved a wretch like me! \r\n"

@@ -72,13 +72,9 @@ TEST_F(SongBands, HeaderParts)
 {
     TempFolder folder;
     const auto file = folder / "how-great-thou-art.sng";
-    struct Case {
-        const char* what;
-        Attributes attributes;
-        int chapter, verse;
-        std::initializer_list<std::pair<int, int>> switches; // none: no verse is shown
-        std::wstring expected;
-    } cases[] = {
+    // without switches no verse is shown
+    struct Case { const char* what; Attributes attributes; int chapter, verse;
+        std::initializer_list<std::pair<int, int>> switches; std::wstring expected; } cases[] = {
         {"no verse and no index: the title alone", m_Grace, 0, -1, {}, L"Amazing Grace"},
         {"no verse: title and name", m_Grace, 0, 1, {}, L"Amazing Grace: MyChorus"},
         {"no title: the file's name", {}, 0, 0, {}, L"how-great-thou-art: Verse1"},
@@ -112,13 +108,9 @@ TEST_F(SongBands, HeaderParts)
 TEST_F(SongBands, FooterPartsAndTheLicence)
 {
     TempFolder folder;
-    struct Case {
-        const char* what;
-        const char* registry; // null: no registry file
-        Attributes attributes;
-        std::initializer_list<std::pair<int, int>> switches;
-        std::wstring expected;
-    } cases[] = {
+    // a null registry: no registry file
+    struct Case { const char* what; const char* registry; Attributes attributes;
+        std::initializer_list<std::pair<int, int>> switches; std::wstring expected; } cases[] = {
         {"no verse: no footer", "[Vexilon]\nCCLI=99\n", m_Grace, {}, L"E_FAIL"},
         {"a new verse shows the copyright on every verse", nullptr, m_Grace, {{VERSE_NUMBER, 1}}, L"Public Domain"},
         {"a new verse on a song without copyright", nullptr, {{L"Title", L"x"}}, {{VERSE_NUMBER, 1}}, L"E_FAIL"},

@@ -28,7 +28,8 @@ std::wstring Wide(const std::string& utf8)
 TEST_F(SongFile, SavedLoadedAndSavedAgainIsByteIdentical)
 {
     auto song = NewSong();
-    SetText(song, L"<verses><verse id=\"Chorus\">Sing \x263A\r\nloud</verse><verse>two</verse></verses>");
+    SetText(song, L"<verses><verse id=\"My Chorus\">Sing \x263A\r\nloud</verse><verse>two</verse>"
+                  L"<verse id=\"End\">x < y</verse></verses>");
     song.As<IParameters>().As<IParametersCreatable>()->Add(Str(L"author"), Str(L"Anon"), nullptr, 0);
     ASSERT_EQ(ArchiveSave(song, m_Folder / "first.sng"), S_OK);
     std::string first = ReadBytes(m_Folder / "first.sng");
@@ -70,11 +71,7 @@ TEST_F(SongFile, PlainTextInEveryEncoding)
 
 TEST_F(SongFile, AttributesAFileBrings)
 {
-    struct Case {
-        const char* what;
-        std::wstring attributes;
-        Attributes expected;
-    } cases[] = {
+    struct Case { const char* what; std::wstring attributes; Attributes expected; } cases[] = {
         {"first of Title and title wins", L"<Title>One</Title><title>Two</title>",
          {{L"Title", L"One"}, {L"Author", L""}}},
         {"an empty tag makes no attribute, yet Author is there", L"<Author> </Author><key>G</key>",

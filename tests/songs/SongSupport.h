@@ -7,14 +7,12 @@
 #include <vector>
 
 #include "runtime/Object.h"
+#include "support/Collections.h"
 #include "support/Fixture.h"
 
 namespace vxtest {
 
-struct SongVerses {
-    std::vector<std::wstring> ids;
-    std::vector<std::wstring> texts;
-};
+struct SongVerses { std::vector<std::wstring> ids; std::vector<std::wstring> texts; };
 
 inline SongVerses VersesOf(IUnknown* song)
 {
@@ -42,10 +40,7 @@ inline Attributes AttributesOf(IUnknown* song)
 {
     Attributes out;
     auto parameters = QueryAs<IParameters>(song);
-    int count = 0;
-    if (parameters)
-        parameters->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0, count = parameters ? Count(parameters) : 0; i < count; ++i) {
         SmartPtr<IString> name;
         SmartPtr<IUnknown> value;
         parameters->get_ItemName(i, name.Receive());
@@ -86,22 +81,23 @@ public:
     int m_Count = 0;
 };
 
-// Songs and their verses point at each other: each test's songs are cleared at its end.
+// Songs and their verses point at each other: each song a test met is cleared at its end.
 class SongTest : public ModuleTest {
 protected:
     SmartPtr<IVXSong> NewSong()
     {
         auto song = Create<IVXSong>(L"VXSong");
         EXPECT_TRUE(song);
-        m_Songs.push_back(song);
+        m_Songs.emplace_back(song.get());
         return song;
     }
     void TearDown() override
     {
         for (auto& song : m_Songs)
-            song.As<ISuperCollection>()->Clear();
+            if (auto verses = QueryAs<ISuperCollection>(song.get()))
+                verses->Clear();
     }
-    std::vector<SmartPtr<IVXSong>> m_Songs;
+    std::vector<SmartPtr<IUnknown>> m_Songs;
 };
 
 } // namespace vxtest

@@ -1,21 +1,14 @@
 // A verse saved in a show's folder stream fetches its text from its song's file
 // again when loaded, unless its text was edited by hand.
+#include "songs/SongSupport.h"
 #include "support/Streams.h"
 
 namespace {
 
 using namespace vxtest;
 
-class VerseReloadTest : public ModuleTest {
+class VerseReloadTest : public SongTest {
 protected:
-    void TearDown() override
-    {
-        // Songs and their verses point at each other: clear each song met.
-        for (auto& song : m_Songs)
-            if (auto verses = song.As<ISuperCollection>())
-                verses->Clear();
-    }
-
     // A song file of three verses, the second one given.
     std::wstring WriteSong(const std::string& name, const std::string& second)
     {
@@ -29,7 +22,7 @@ protected:
     SmartPtr<IDataStream> SaveVerse(const std::wstring& song, int index, bool edit, const std::string& streamName)
     {
         auto book = Create<IVXBook>(L"VXSong");
-        m_Songs.push_back(book);
+        m_Songs.emplace_back(book.get());
         book.As<IFileArchive>()->put_Filename(Str(song));
         EXPECT_EQ(book.As<IFileArchive>()->Load(), S_OK);
         SmartPtr<IUnknown> item;
@@ -55,7 +48,7 @@ protected:
         SmartPtr<IVXBook> book;
         verse->get_Source(book.Receive());
         if (book)
-            m_Songs.push_back(book);
+            m_Songs.emplace_back(book.get());
         return book;
     }
 
@@ -68,18 +61,12 @@ protected:
     }
 
     TempFolder m_Folder;
-    std::vector<SmartPtr<IVXBook>> m_Songs;
 };
 
 TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
 {
-    struct Case {
-        const char* what;
-        bool edit;
-        int after;  // 0: song kept; 1: song rewritten; 2: song removed; 3: a folder in its place
-        const wchar_t* text;
-        bool hasSource;
-    };
+    // after the save: 0 song kept, 1 rewritten, 2 removed, 3 a folder in its place
+    struct Case { const char* what; bool edit; int after; const wchar_t* text; bool hasSource; };
     const Case cases[] = {
         {"unedited, song rewritten", false, 1, L"Two rewritten", true},
         {"edited, song present", true, 0, L"Edited by hand", true},
