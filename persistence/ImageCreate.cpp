@@ -41,7 +41,7 @@ SmartPtr<IString> ComponentName(IUnknown* owner)
             return nullptr;
     }
     SmartPtr<IString> name;
-    if (record->get_Field(1, name.Receive()) < 0)
+    if (record->get_Field(COMPONENT_FIELD_NAME, name.Receive()) < 0)
         return nullptr;
     return name;
 }
