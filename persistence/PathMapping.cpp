@@ -57,18 +57,6 @@ void ForwardSlashes(IString* path, int32_t from)
             buffer[i] = L'/';
 }
 
-// The registry's Workspace value key, read into the caller's buffer of 712 bytes.
-int32_t ReadWorkspaceValue(const wchar_t* key, IString** path)
-{
-    wchar_t buffer[REGISTRY_STRING_BYTES / sizeof(wchar_t)] = {};
-    auto registry = SmartPtr<IRegistryEx>::Adopt(BASEObject::CreateRegistryEx());
-    int32_t result = registry ? registry->get_String(L"Workspace", key, buffer) : E_FAIL;
-    // The registry may have filled the buffer to its last place: the text ends there.
-    buffer[std::size(buffer) - 1] = L'\0';
-    *path = ISCreate(buffer);
-    return result;
-}
-
 // The install path, as the registry holds it; empty if it holds none.
 SmartPtr<IString> InstallPathValue(IRegistry* registry)
 {
@@ -81,6 +69,18 @@ SmartPtr<IString> InstallPathValue(IRegistry* registry)
 }
 
 } // namespace
+
+// The registry's Workspace value key, read into the caller's buffer of 712 bytes.
+int32_t ReadWorkspaceValue(const wchar_t* key, IString** path)
+{
+    wchar_t buffer[REGISTRY_STRING_BYTES / sizeof(wchar_t)] = {};
+    auto registry = SmartPtr<IRegistryEx>::Adopt(BASEObject::CreateRegistryEx());
+    int32_t result = registry ? registry->get_String(L"Workspace", key, buffer) : E_FAIL;
+    // The registry may have filled the buffer to its last place: the text ends there.
+    buffer[std::size(buffer) - 1] = L'\0';
+    *path = ISCreate(buffer);
+    return result;
+}
 
 int32_t FILENAMEGetAppPath(IString** path)
 {

@@ -136,8 +136,6 @@ int32_t CVXSong::GetPages(int, INamedCollection** pages, IUnknown**)
     return S_OK;
 }
 
-int32_t CVXSong::Render(UbuntuCanvas*, CANVASRect*, IUnknown*, int) { return E_NOTIMPL; }
-
 int32_t CVXSong::get_Parent(IUnknown** parent)
 {
     if (!parent)

@@ -15,6 +15,9 @@
 // for the life of the process.
 extern int gArrangeMAXChars;
 extern int gArrangeMAXLines;
+// The picture every song shows, loaded at the first Render that finds it and kept
+// for the life of the process.
+extern SmartPtr<IRenderableObject> gIconVXSong;
 
 class CVXSong : public CObject<CVXSong>,
                 public IObjectInfoImpl<CVXSong>,

@@ -46,6 +46,8 @@ const ComponentLocation kComponents[] = {
     {L"UIVerbCollection", L"UI"},
     {L"UIManagerCollection", L"UI"},
     {L"UIUtils", L"UI"},
+    {L"QIFFileEx", L"Renderer"},
+    {L"UIPropertyPageCollection", L"UI"},
 };
 
 } // namespace

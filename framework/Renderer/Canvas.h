@@ -5,6 +5,7 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "runtime/VXCore.h"
 
@@ -27,6 +28,14 @@ struct CanvasStyle {
     double m_Angle = 0;
 };
 
+// A picture's pixels, row by row from the top, each 0xAABBGGRR: red in the low
+// byte, as colours are everywhere else, and alpha on top.
+struct CanvasPicture {
+    int32_t m_Width = 0;
+    int32_t m_Height = 0;
+    std::vector<uint32_t> m_Pixels;
+};
+
 class VXCanvas {
 public:
     virtual ~VXCanvas() = default;
@@ -34,6 +43,9 @@ public:
     virtual void DrawText(const std::wstring& text, const CANVASRect& rect, const CanvasStyle& style) = 0;
     // A rectangle filled with a colour (0x00BBGGRR).
     virtual void FillRect(const CANVASRect& rect, unsigned int color) = 0;
+    // A picture fitted into the rectangle. A canvas that shows no pictures (a text
+    // terminal, say) leaves it out, so this one is not required of every canvas.
+    virtual void DrawPicture(const CANVASRect& rect, const CanvasPicture& picture) {}
 
     // The handle that travels through the module.
     UbuntuCanvas* Handle() { return reinterpret_cast<UbuntuCanvas*>(this); }

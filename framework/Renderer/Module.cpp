@@ -1,6 +1,7 @@
 // Renderer: drawing and the styles it draws with.
 #include <iterator>
 
+#include "framework/Renderer/QIFFileEx.h"
 #include "framework/Renderer/VXRenderStyle.h"
 #include "framework/Renderer/VXRenderer.h"
 #include "framework/Renderer/VXText.h"
@@ -13,6 +14,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"UIDefault"), &CVXRenderStyle::CreateShared},
     {REFLiteral(L"VXRenderer"), &CObject<CVXRenderer>::_CreateInstance},
     {REFLiteral(L"VXText"), &CObject<CVXText>::_CreateInstance},
+    {REFLiteral(L"QIFFileEx"), &CObject<CQIFFileEx>::_CreateInstance},
 };
 
 } // namespace

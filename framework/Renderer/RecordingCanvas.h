@@ -12,15 +12,22 @@ public:
         CANVASRect m_Rect;
         CanvasStyle m_Style;
         unsigned int m_Fill;
+        // A picture call keeps a copy of the picture; the others leave it empty.
+        bool m_IsPicture;
+        CanvasPicture m_Picture;
     };
 
     void DrawText(const std::wstring& text, const CANVASRect& rect, const CanvasStyle& style) override
     {
-        m_Calls.push_back(Call{true, text, rect, style, 0});
+        m_Calls.push_back(Call{true, text, rect, style, 0, false, CanvasPicture()});
     }
     void FillRect(const CANVASRect& rect, unsigned int color) override
     {
-        m_Calls.push_back(Call{false, std::wstring(), rect, CanvasStyle(), color});
+        m_Calls.push_back(Call{false, std::wstring(), rect, CanvasStyle(), color, false, CanvasPicture()});
+    }
+    void DrawPicture(const CANVASRect& rect, const CanvasPicture& picture) override
+    {
+        m_Calls.push_back(Call{false, std::wstring(), rect, CanvasStyle(), 0, true, picture});
     }
 
     std::vector<Call> m_Calls;

@@ -3,6 +3,7 @@
 
 #include "framework/UI/MessageWindow.h"
 #include "framework/UI/UIManagerCollection.h"
+#include "framework/UI/UIPropertyPageCollection.h"
 #include "framework/UI/UITree.h"
 #include "framework/UI/UIUtils.h"
 #include "framework/UI/UIVerb.h"
@@ -16,6 +17,7 @@ const ComponentEntry kComponents[] = {
     {REFLiteral(L"UIVerbCollection"), &CObject<CUIVerbCollection>::_CreateInstance},
     {REFLiteral(L"UIManagerCollection"), &CObject<CUIManagerCollection>::_CreateInstance},
     {REFLiteral(L"UIUtils"), &CObject<CUIUtils>::_CreateInstance},
+    {REFLiteral(L"UIPropertyPageCollection"), &CObject<CUIPropertyPageCollection>::_CreateInstance},
 };
 
 } // namespace

@@ -181,3 +181,11 @@ constexpr int UIUTILS_ANSWER = 1;
 constexpr int UIUTILS_SHOWN = 2;
 constexpr int UIDIALOG_CANCEL = 0;
 constexpr int UIDIALOG_OK = 1;
+
+// Codes of the stand-in property page collection's IUIPropInterrogate: the flags of
+// SetFlags, of put_Object and of put_Pages as last given, and the page values that
+// get_PageValue reads (PAGES_STRIPHEIGHT, 22 until set).
+constexpr int PAGES_FLAGS = 1;
+constexpr int PAGES_OBJECTFLAGS = 2;
+constexpr int PAGES_PAGESMODE = 3;
+constexpr int PAGES_STRIPHEIGHT = 6;
