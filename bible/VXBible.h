@@ -25,6 +25,11 @@ constexpr int BIBLEFIND_CONTENTS = 1;
 constexpr int BIBLEFIND_REFINE = 0x100;
 constexpr int BIBLEFIND_QUIET = 0x400;
 
+// The Bible's own menu, by code.
+constexpr int BIBLEVERB_EDIT = 3;
+constexpr int BIBLEVERB_COMPRESS = 101;
+constexpr int BIBLEVERB_UNCOMPRESS = 102;
+
 class CVXBible : public CObject<CVXBible>,
                  public IObjectInfoImpl<CVXBible>,
                  public IUIManager,
@@ -140,6 +145,17 @@ private:
     // The reference search: one line selects, a list also gives the passages' text.
     int32_t FindReference(CREFString text, bool list, int flags, IUnknown** result);
     int32_t FindContents(CREFString text, int flags, IUnknown** result);
+    // The tree, when it is one; the frame that shows the caption, if there is one.
+    SmartPtr<IUITree> Tree();
+    SmartPtr<IUIManagerCollection> Manager();
+    // The keys: a verse up (-1) or down (1), a chapter up or down.
+    int32_t StepVerse(int step);
+    int32_t StepPage(int step);
+    // Opens the verse's book and chapter in the tree, selects it and tells of it.
+    int32_t ShowVerse(IUITree* tree, IVXBook* book, int chapter, int verse, IString* text);
+    // What the verbs "Edit" and "UnCompress" do.
+    int32_t ShowProperties();
+    void UnCompress();
 };
 
 // The form of a file name for loading and saving: the text behind its last ".",

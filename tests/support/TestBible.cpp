@@ -11,6 +11,8 @@ std::filesystem::path WriteTestBible(const std::filesystem::path& parent)
 {
     std::filesystem::path folder = parent / "Test Bible";
     std::filesystem::create_directories(folder);
+    // The abbreviation alone: the books are looked up by the table's names.
+    WriteBytes(folder / "bible.ini", "[Bible]\r\nAbbreviation=TB\r\n");
     struct Book {
         const char* name;
         std::vector<int> verses;
