@@ -1,8 +1,11 @@
 // The Bible in its tree: the walk by the keys through verses, chapters and books, what
 // a chosen row tells the subscribers and the caption, and that nothing outlives the
 // tree's release.
+#include <functional>
+
 #include "bible/BibleRig.h"
 #include "bible/VXBible.h"
+#include "support/Collections.h"
 
 using namespace vxtest;
 
@@ -139,6 +142,87 @@ TEST_F(BibleNavigationTest, ChosenRowsReachTheScreenWithTheirCaption)
         int32_t then = rig.m_Manager->MoveDown();
         EXPECT_EQ(then < 0 ? std::wstring(L"fail") : rig.Events().at(0).text.substr(0, std::wcslen(c.next)), c.next);
     }
+}
+
+TEST_F(BibleNavigationTest, HitsAreChosenTwiceAndWalkedByTheTree)
+{
+    BibleRig rig(WriteTestBible(m_Folder.Path()));
+    SmartPtr<IUnknown> hits;
+    ASSERT_EQ(rig.m_Bible.As<IVXSearch>()->Find(Str(L"Ruth 3"), BIBLEFIND_CONTENTS, hits.Receive()), S_OK);
+    auto hit = [&](int i) {
+        SmartPtr<IUnknown> item;
+        hits.As<ISimpleCollection>()->get_Item(i, item.Receive());
+        return item;
+    };
+    struct Step {
+        int hit;    // the hit clicked, or -1 for the key down
+        int action; // the click's action
+        int heardAction;
+        const wchar_t* heard;
+        const wchar_t* caption;
+    } steps[] = {
+        {0, 2, 2, L"1:\tRuth 3.1", L" "},
+        // The same hit again is a plain selection, and the caption stays.
+        {0, 9, 1, L"1:\tRuth 3.1", L" "},
+        {1, 9, 9, L"2:\tRuth 3.2", L" "},
+        {1, 2, 1, L"2:\tRuth 3.2", L" "},
+        // While the hits are up, the keys move through the tree's rows and the tree reports.
+        {-1, 0, 1, L"3:\tRuth 3.3", L" "},
+    };
+    rig.m_Tree->SelectRow(1, 5);
+    for (const Step& step : steps) {
+        SCOPED_TRACE(Narrow(step.heard));
+        rig.Events().clear();
+        QueryAs<IUIManagerCollection>(rig.m_Frame.get())->SetCaption(Str(L"-"), -1, 0);
+        if (step.hit >= 0)
+            rig.Click(hits, step.action, 0, hit(step.hit));
+        else
+            EXPECT_EQ(rig.m_Manager->MoveDown(), S_OK);
+        ASSERT_EQ(rig.Events().size(), 1u);
+        EXPECT_EQ(rig.Events()[0].action, step.heardAction);
+        EXPECT_EQ(rig.Events()[0].text.substr(0, std::wcslen(step.heard)), step.heard);
+        EXPECT_EQ(rig.Caption(), step.heardAction == 1 && step.hit >= 0 ? L"-" : step.caption);
+    }
+    // The hits stay up through a refresh.
+    EXPECT_EQ(rig.m_Manager->Refresh(0), S_OK);
+    SmartPtr<IUnknown> root;
+    rig.m_Tree->get_Root(root.Receive());
+    EXPECT_EQ(root.get(), QueryAs<IUnknown>(hits.get()).get());
+}
+
+TEST_F(BibleNavigationTest, WithoutATreeOrAVerseNothingMoves)
+{
+    BibleRig rig(WriteTestBible(m_Folder.Path()));
+    IUIManager* manager = rig.m_Manager.get();
+    auto drop = rig.m_Bible.As<IUIDropTarget>();
+    struct Case {
+        const char* name;
+        std::function<int32_t()> call;
+        int32_t result;
+    } cases[] = {
+        // Nothing chosen yet.
+        {"down, nothing chosen", [&] { return manager->MoveDown(); }, E_FAIL},
+        {"page up, nothing chosen", [&] { return manager->PageUp(); }, E_FAIL},
+        {"left", [&] { return manager->MoveLeft(); }, E_FAIL},
+        {"right", [&] { return manager->MoveRight(); }, E_FAIL},
+        // A Bible keeps its books, and takes nothing dropped on it.
+        {"remove", [&] { return manager->Remove() | manager->RemoveAll(); }, S_OK},
+        {"drop 0x20", [&] { return drop->DragDrop(nullptr, 0, 0x20, 0, 0, nullptr); }, E_FAIL},
+        {"drop 0x30", [&] { return drop->DragDrop(nullptr, 0, 0x30, 0, 0, nullptr); }, S_OK},
+        {"drop 0x10", [&] { return drop->DragDrop(nullptr, 0, 0x10, 0, 0, nullptr); }, S_OK},
+        // Untied, a chosen verse goes nowhere either.
+        {"untie", [&] {
+             rig.Click(rig.m_Bible, 1, 0, rig.VerseNode(0, 0, 0));
+             return manager->put_UserInterface(nullptr);
+         }, S_OK},
+        {"down, no tree", [&] { return manager->MoveDown(); }, E_FAIL},
+        {"page down, no tree", [&] { return manager->PageDown(); }, E_FAIL},
+        {"refresh, no tree", [&] { return manager->Refresh(0); }, S_OK},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(c.call(), c.result) << c.name;
+    EXPECT_EQ(ItemNames(rig.m_Bible).size(), 3u);
+    EXPECT_EQ(rig.m_Screen->m_Refreshes, 1);
 }
 
 TEST_F(BibleNavigationTest, AnAbbreviationReachesEveryHeader)
