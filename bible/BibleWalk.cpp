@@ -2,6 +2,29 @@
 // down by chapters across books. The place is the last node chosen, read back each time.
 #include "bible/VXBible.h"
 
+namespace {
+
+// Where a chosen verse stands: its book, chapter, verse and count.
+struct Place {
+    SmartPtr<IVXBook> m_Book;
+    int m_Chapter = -1;
+    int m_Verse = -1;
+    int m_Count = 1;
+};
+
+// False when the node is no verse: after a chapter or a book, the keys go nowhere.
+bool PlaceOf(IUnknown* node, Place* place)
+{
+    auto reference = QueryAs<IVXTextReference>(node);
+    if (!reference)
+        return false;
+    reference->GetPosition(&place->m_Chapter, &place->m_Verse, &place->m_Count);
+    reference->GetBook(place->m_Book.Receive());
+    return bool(place->m_Book);
+}
+
+} // namespace
+
 int32_t CVXBible::ShowVerse(IUITree* tree, IVXBook* book, int chapter, int verse, IString* text)
 {
     tree->Reset();
@@ -29,15 +52,11 @@ int32_t CVXBible::StepVerse(int step)
         tree->SelectRow(row + step, 7);
         return S_OK;
     }
-    auto reference = QueryAs<IVXTextReference>(m_LastNode.get());
-    if (!reference)
+    Place place;
+    if (!PlaceOf(m_LastNode, &place))
         return E_FAIL;
-    int chapter = -1, verse = -1, count = 1;
-    reference->GetPosition(&chapter, &verse, &count);
-    SmartPtr<IVXBook> book;
-    reference->GetBook(book.Receive());
-    if (!book)
-        return E_FAIL;
+    SmartPtr<IVXBook> book = place.m_Book;
+    int chapter = place.m_Chapter, verse = place.m_Verse;
     if (step > 0) {
         ++verse;
     } else if (verse > 0) {
@@ -67,16 +86,11 @@ int32_t CVXBible::StepPage(int step)
     SmartPtr<IUITree> tree = Tree();
     if (!tree)
         return E_FAIL;
-    auto reference = QueryAs<IVXTextReference>(m_LastNode.get());
-    if (!reference)
+    Place place;
+    if (!PlaceOf(m_LastNode, &place))
         return E_FAIL;
-    int chapter = -1, verse = -1, count = 1;
-    reference->GetPosition(&chapter, &verse, &count);
-    SmartPtr<IVXBook> book;
-    reference->GetBook(book.Receive());
-    if (!book)
-        return E_FAIL;
-    chapter += step;
+    SmartPtr<IVXBook> book = place.m_Book;
+    int chapter = place.m_Chapter + step, count = place.m_Count;
     if (step > 0)
         count = 1;
     SmartPtr<IString> text;

@@ -229,6 +229,23 @@ bool FindVerb(IFileArchive* bible, const char* name, int* code, std::string* err
     return false;
 }
 
+// The translation at path, read with the menu switched on, and the code of its verb
+// of that name; empty, with the message printed, when either is missing.
+SmartPtr<IFileArchive> OpenForVerb(const std::string& path, const char* verb, HostSystemMenu* menu, int* code)
+{
+    std::string message;
+    if (!menu->On(&message)) {
+        HostFail(message);
+        return {};
+    }
+    SmartPtr<IFileArchive> bible = HostLoadTranslation(path);
+    if (bible && !FindVerb(bible, verb, code, &message)) {
+        HostFail(path + ": " + message);
+        return {};
+    }
+    return bible;
+}
+
 // The one path argument and --force; -1 when the command may go on, else the exit status.
 int ParseOne(const Arguments& arguments, const char* usage, std::string* path, bool* force)
 {
@@ -259,15 +276,10 @@ int BibleCompress(const Arguments& arguments)
     if (HostRefuseExisting(packed, force))
         return 1;
     HostSystemMenu menu;
-    std::string message;
-    if (!menu.On(&message))
-        return HostFail(message);
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(folder);
+    int code = 0;
+    SmartPtr<IFileArchive> bible = OpenForVerb(folder, "Compress", &menu, &code);
     if (!bible)
         return 1;
-    int code = 0;
-    if (!FindVerb(bible, "Compress", &code, &message))
-        return HostFail(folder + ": " + message);
     auto before = fs::exists(packed, error) ? fs::last_write_time(packed, error) : fs::file_time_type();
     // The packed file is written beside its place and moved there whole, or not at all.
     QueryAs<IUIVerbCollectionSpecify>(bible.get())->DoAction(code, nullptr);
@@ -310,15 +322,10 @@ int BibleUncompress(const Arguments& arguments)
     if (HostRefuseExisting(folder, force))
         return 1;
     HostSystemMenu menu;
-    std::string message;
-    if (!menu.On(&message))
-        return HostFail(message);
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(file);
+    int code = 0;
+    SmartPtr<IFileArchive> bible = OpenForVerb(file, "UnCompress", &menu, &code);
     if (!bible)
         return 1;
-    int code = 0;
-    if (!FindVerb(bible, "UnCompress", &code, &message))
-        return HostFail(file + ": " + message);
     // The verb writes into the folder named after the Bible's file: a name beside the
     // target, so that a failure leaves the old folder, or nothing, in its place.
     std::string temporary = folder + ".vxhost-" + std::to_string(::getpid());
