@@ -1,5 +1,7 @@
 // The Bible as the manager of its tree: tying the tree, the rows chosen in it, what
 // goes to the caption, and what may be dragged out of it or dropped on it.
+#include <cwchar>
+
 #include "bible/VXBible.h"
 #include "persistence/TextLine.h"
 #include "runtime/ValueConversion.h"
@@ -27,14 +29,16 @@ SmartPtr<IString> FirstLine(IUnknown* node)
     return SmartPtr<IString>::Adopt(ISCreate(line));
 }
 
+// A node whose object name is exactly that of a Bible's chapter.
 bool IsChapter(IUnknown* node)
 {
     auto info = QueryAs<IObjectInfo>(node);
     tagREFString name{0, nullptr};
-    if (!info || info->GetName(0, &name) < 0)
+    if (!info || info->GetName(0, &name) < 0 || !name.m_Buffer)
         return false;
-    return CREFString(name).CompareI(REFLiteral(L"VXBibleChapter"), 0) == 0 &&
-           name.m_Length == REFLiteral(L"VXBibleChapter").m_Length;
+    constexpr tagREFString chapter = REFLiteral(L"VXBibleChapter");
+    return name.m_Length == chapter.m_Length &&
+           std::wmemcmp(name.m_Buffer, chapter.m_Buffer, size_t(chapter.m_Length)) == 0;
 }
 
 } // namespace

@@ -225,6 +225,29 @@ TEST_F(BibleNavigationTest, WithoutATreeOrAVerseNothingMoves)
     EXPECT_EQ(rig.m_Screen->m_Refreshes, 1);
 }
 
+TEST_F(BibleNavigationTest, OnlyVersesAreDraggedOut)
+{
+    BibleRig rig(WriteTestBible(m_Folder.Path()));
+    auto workspace = Create<IWorkspace>(L"ActiveWorkspace");
+    struct Case {
+        SmartPtr<IUnknown> node;
+        int held; // the holds the drag adds to the node
+    } cases[] = {
+        {rig.VerseNode(0, 1, 1), 1},
+        {rig.VerseNode(2, 0, 1), 1},
+        {rig.ChapterNode(0, 1), 0},
+        {QueryAs<IUnknown>(rig.Book(1)), 0},
+    };
+    for (const Case& c : cases) {
+        int before = OtherHolds(c.node);
+        EXPECT_EQ(rig.m_Bible.As<_IUIContainerEvents>()->NodeDrag(rig.m_Bible, 0, 1, 2, c.node), S_OK);
+        EXPECT_EQ(OtherHolds(c.node) - before, c.held);
+        // The drag ends, and the workspace lets go.
+        workspace->BeginDrag(nullptr, 0, 0, nullptr);
+        EXPECT_EQ(OtherHolds(c.node), before);
+    }
+}
+
 TEST_F(BibleNavigationTest, AnAbbreviationReachesEveryHeader)
 {
     BibleRig rig(WriteTestBible(m_Folder.Path()));
