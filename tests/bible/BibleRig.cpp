@@ -1,20 +1,6 @@
 #include "bible/BibleRig.h"
 
-#include "support/Collections.h"
-
 namespace vxtest {
-
-int32_t CScreenProbe::NodeSelect(IUnknown* source, int action, int row, int flags, IUnknown* node)
-{
-    m_Heard.push_back(Heard{QueryAs<IUnknown>(source), action, row, flags, QueryAs<IUnknown>(node), Text(node)});
-    return S_OK;
-}
-
-int OtherHolds(IUnknown* object)
-{
-    object->AddRef();
-    return object->Release() - 1;
-}
 
 BibleRig::BibleRig(const std::filesystem::path& bible)
 {
@@ -30,29 +16,22 @@ BibleRig::BibleRig(const std::filesystem::path& bible)
     m_Manager->put_UserInterface(m_Tree.As<IUINodeContainer>());
     m_Bible.As<IParent>()->put_Parent(m_Frame);
     m_Bible.As<IEventSource>()->Advise(m_ScreenHeld, ADVISE_ADD);
-    int count = 0;
-    m_Bible.As<ISimpleCollection>()->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IUnknown> item;
-        m_Bible.As<ISimpleCollection>()->get_Item(i, item.Receive());
-        if (auto file = item.As<IFileArchive>())
-            file->Load();
+    auto books = m_Bible.As<ISimpleCollection>();
+    SmartPtr<IUnknown> item;
+    for (int i = 0; books->get_Item(i, item.Receive()) >= 0; ++i, item.Clear()) {
+        item.As<IFileArchive>()->Load();
         m_Books.push_back(item.As<IVXBook>());
     }
 }
-
-BibleRig::~BibleRig() { Untie(); }
 
 void BibleRig::Untie()
 {
     if (!m_Bible)
         return;
     m_Bible.As<IEventSource>()->Advise(m_ScreenHeld, ADVISE_REMOVE);
-    m_Manager->put_UserInterface(nullptr);
+    m_Bible.As<IUIManager>()->put_UserInterface(nullptr);
     m_Bible.As<IParent>()->put_Parent(nullptr);
 }
-
-IVXBook* BibleRig::Book(int index) { return m_Books.at(size_t(index)).get(); }
 
 SmartPtr<IUnknown> BibleRig::VerseNode(int book, int chapter, int verse)
 {
@@ -67,12 +46,5 @@ SmartPtr<IUnknown> BibleRig::ChapterNode(int book, int chapter)
     QueryAs<ISimpleCollection>(Book(book))->get_Item(chapter, item.Receive());
     return item;
 }
-
-void BibleRig::Click(IUnknown* source, int action, int flags, IUnknown* node)
-{
-    m_Bible.As<_IUIContainerEvents>()->NodeSelect(source, action, 0, flags, node);
-}
-
-std::wstring BibleRig::Caption() { return Text(m_Frame); }
 
 } // namespace vxtest

@@ -1,5 +1,5 @@
-// A small translation tied to a real tree, with a screen that records what the
-// Bible tells its subscribers: what the navigation and the menu are tested on.
+// A translation tied to a real tree and a caption frame, with a screen that records
+// what the Bible tells its subscribers.
 #pragma once
 #include <string>
 #include <vector>
@@ -10,12 +10,9 @@
 
 namespace vxtest {
 
-// One selection as a subscriber hears it.
 struct Heard {
     SmartPtr<IUnknown> source;
-    int action = 0;
-    int row = 0;
-    int flags = 0;
+    int action, row, flags;
     SmartPtr<IUnknown> node;
     std::wstring text;
 };
@@ -23,35 +20,38 @@ struct Heard {
 class CScreenProbe : public CObject<CScreenProbe>, public _IUIContainerEvents, public _IUIRefreshEvent {
 public:
     using Interfaces = QiList<Entry<_IUIContainerEvents>, Entry<_IUIRefreshEvent>>;
-    int32_t NodeSelect(IUnknown* source, int action, int row, int flags, IUnknown* node) override;
-    int32_t UIItemChanged(IUnknown*, int) override
+    int32_t NodeSelect(IUnknown* source, int action, int row, int flags, IUnknown* node) override
     {
-        ++m_Refreshes;
+        m_Heard.push_back(Heard{QueryAs<IUnknown>(source), action, row, flags, QueryAs<IUnknown>(node), Text(node)});
         return S_OK;
     }
+    int32_t UIItemChanged(IUnknown*, int) override { return ++m_Refreshes, S_OK; }
     std::vector<Heard> m_Heard;
     int m_Refreshes = 0;
 };
 
 // The references held on an object besides the caller's own one.
-int OtherHolds(IUnknown* object);
+inline int OtherHolds(IUnknown* object) { return object->AddRef(), object->Release() - 1; }
 
 class BibleRig {
 public:
     explicit BibleRig(const std::filesystem::path& bible);
-    ~BibleRig();
+    ~BibleRig() { Untie(); }
     BibleRig(const BibleRig&) = delete;
     BibleRig& operator=(const BibleRig&) = delete;
 
-    IVXBook* Book(int index);
-    // The verse as the book hands it out: the node a click on its row gives.
+    IVXBook* Book(int index) { return m_Books.at(size_t(index)).get(); }
+    // A verse as its book hands it out, and a chapter: the nodes of the tree's rows.
     SmartPtr<IUnknown> VerseNode(int book, int chapter, int verse);
     SmartPtr<IUnknown> ChapterNode(int book, int chapter);
-    // A click on a row of the tree, as the tree reports it to its manager.
-    void Click(IUnknown* source, int action, int flags, IUnknown* node);
-    std::wstring Caption();
+    // A row chosen, as the tree reports it to its manager.
+    void Click(IUnknown* source, int action, int flags, IUnknown* node)
+    {
+        m_Bible.As<_IUIContainerEvents>()->NodeSelect(source, action, 0, flags, node);
+    }
+    std::wstring Caption() { return Text(m_Frame); }
     std::vector<Heard>& Events() { return m_Screen->m_Heard; }
-    // Unties the tree, the frame and the screen, as the application does at the end.
+    // As the application does at the end: the screen leaves, the tree and frame are cut.
     void Untie();
 
     SmartPtr<IFileArchive> m_Bible;
