@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "host/Host.h"
+#include "host/HostBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
 #include "runtime/ValueConversion.h"
@@ -63,30 +64,6 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
         return 2;
     }
     return wantsOut && RefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
-}
-
-// The translation at `path`, read; empty with a message when it has no books.
-SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
-{
-    std::error_code error;
-    if (!fs::exists(path, error)) {
-        HostFail(path + ": no such file or folder");
-        return {};
-    }
-    auto bible = HostCreate<IFileArchive>(L"VXBible");
-    if (!bible) {
-        HostFail("the Bible component is not installed");
-        return {};
-    }
-    bible->put_Filename(Wide(path));
-    bible->Load();
-    int count = 0;
-    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-    if (count < 1) {
-        HostFail(path + ": no books found");
-        return {};
-    }
-    return bible;
 }
 
 SmartPtr<IVXBook> BookAt(IFileArchive* bible, int index)
@@ -281,6 +258,29 @@ int BibleFromHtml(const Arguments& arguments)
 }
 
 } // namespace
+
+SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
+{
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        HostFail(path + ": no such file or folder");
+        return {};
+    }
+    auto bible = HostCreate<IFileArchive>(L"VXBible");
+    if (!bible) {
+        HostFail("the Bible component is not installed");
+        return {};
+    }
+    bible->put_Filename(Wide(path));
+    bible->Load();
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    if (count < 1) {
+        HostFail(path + ": no books found");
+        return {};
+    }
+    return bible;
+}
 
 const std::vector<HostCommand>& BibleTranslationCommands()
 {

@@ -19,6 +19,7 @@ std::vector<const std::vector<HostCommand>*> AllCommands()
         &BibleCommands(),
         &BibleTranslationCommands(),
         &BibleConvertCommands(),
+        &BibleSearchCommands(),
     };
 }
 
