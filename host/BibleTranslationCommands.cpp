@@ -66,6 +66,34 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
     return wantsOut && RefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
 }
 
+} // namespace
+
+SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
+{
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        HostFail(path + ": no such file or folder");
+        return {};
+    }
+    auto bible = HostCreate<IFileArchive>(L"VXBible");
+    if (!bible) {
+        HostFail("the Bible component is not installed");
+        return {};
+    }
+    bible->put_Filename(Wide(path));
+    int32_t result = bible->Load();
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    if (count < 1) {
+        // A packed file that the archive refuses is told apart from one that holds no book.
+        HostFail(path + (result < 0 ? ": could not be read: damaged, or not a packed Bible" : ": no books found"));
+        return {};
+    }
+    return bible;
+}
+
+namespace {
+
 SmartPtr<IVXBook> BookAt(IFileArchive* bible, int index)
 {
     SmartPtr<IUnknown> item;
@@ -258,29 +286,6 @@ int BibleFromHtml(const Arguments& arguments)
 }
 
 } // namespace
-
-SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
-{
-    std::error_code error;
-    if (!fs::exists(path, error)) {
-        HostFail(path + ": no such file or folder");
-        return {};
-    }
-    auto bible = HostCreate<IFileArchive>(L"VXBible");
-    if (!bible) {
-        HostFail("the Bible component is not installed");
-        return {};
-    }
-    bible->put_Filename(Wide(path));
-    bible->Load();
-    int count = 0;
-    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-    if (count < 1) {
-        HostFail(path + ": no books found");
-        return {};
-    }
-    return bible;
-}
 
 const std::vector<HostCommand>& BibleTranslationCommands()
 {
