@@ -4,22 +4,12 @@
 #include <cstdlib>
 #include <string>
 
-#include "runtime/Module.h"
-#include "runtime/ValueConversion.h"
+#include "ParamsFuzz.h"
 
 namespace {
 
 // What Find is asked to do, picked by the first byte.
 const int kFlags[] = {0, 0x400, 1, 0x101, 0x100, 0x401};
-
-template <class I> SmartPtr<I> Make(const wchar_t* component)
-{
-    IID iid = I::Iid();
-    auto made = SmartPtr<I>::Adopt(static_cast<I*>(static_cast<void*>(CreateObject(CREFString(component), &iid))));
-    if (!made)
-        __builtin_trap();
-    return made;
-}
 
 // The sample Bible lies beside this file's folder in the source tree.
 std::wstring SampleBible()
@@ -55,12 +45,12 @@ void Touch(IUnknown* object)
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    gBible = Make<IVXSearch>(L"VXBible");
+    gBible = FuzzMake<IVXSearch>(REFLiteral(L"VXBible"));
     auto file = QueryAs<IFileArchive>(gBible.get());
     auto name = SmartPtr<IString>::Adopt(ISCreate(SampleBible().c_str()));
     file->put_Filename(name);
     file->Load();
-    gTree = Make<IUINodeContainer>(L"UITree");
+    gTree = FuzzMake<IUINodeContainer>(REFLiteral(L"UITree"));
     QueryAs<IUIManager>(gBible.get())->put_UserInterface(gTree);
     std::atexit(Cut);
     return 0;

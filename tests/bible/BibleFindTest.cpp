@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bible/BookMaker.h"
+#include "support/Collections.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
 
@@ -230,7 +231,18 @@ TEST_F(BibleFindTest, ListsShowEveryPassageAndFireOnce)
 // refinement keeps those that also hold the second phrase and reads no book again.
 TEST_F(BibleFindTest, ContentSearchAndRefinement)
 {
-    auto books = m_Bible.As<INamedCollection>();
+    // Marks every book read or not, and gives the marks they had.
+    auto MarkRead = [books = m_Bible.As<INamedCollection>()](int read) {
+        std::vector<int> had;
+        for (int b = 0; b < 5; ++b) {
+            SmartPtr<IUnknown> book;
+            books->get_Item(b, book.Receive());
+            had.push_back(-1);
+            book.As<IFileArchive>()->Inquire(ARCHIVE_HASFILE, &had.back());
+            book.As<IFileArchive>()->Control(ARCHIVE_HASFILE, read);
+        }
+        return had;
+    };
     struct Case {
         const char* phrase;
         const char* within;
@@ -250,52 +262,27 @@ TEST_F(BibleFindTest, ContentSearchAndRefinement)
                     refined.push_back(label);
             }
         }
-        auto labels = [](IUnknown* hits) {
-            std::vector<std::wstring> out;
-            auto named = QueryAs<INamedCollection>(hits);
-            int count = 0;
-            if (named)
-                named->get_Count(&count);
-            for (int i = 0; i < count; ++i) {
-                SmartPtr<IString> name;
-                named->get_ItemName(i, name.Receive());
-                std::wstring text = Text(name);
-                out.push_back(text.substr(0, text.find_last_not_of(L"\r") + 1));
-            }
-            return out;
-        };
         SmartPtr<IUnknown> hits;
         int32_t result = m_Bible->Find(Str(W(c.phrase)), kContents, hits.Receive());
         EXPECT_EQ(result, expected.empty() ? S_FALSE : S_OK);
-        EXPECT_EQ(labels(hits), expected);
+        EXPECT_EQ(ItemNames(hits), expected);
         SmartPtr<IUnknown> root;
         m_Tree.As<IUITree>()->get_Root(root.Receive());
-        EXPECT_EQ(labels(root), expected) << "the tree shows the hits";
+        EXPECT_EQ(ItemNames(root), expected) << "the tree shows the hits";
         EXPECT_EQ(Heard().size(), expected.empty() ? 0u : 1u);
         Heard().clear();
         if (expected.empty())
             continue;
 
         // No book may be read for a refinement: each is marked unread, and stays so.
-        for (int b = 0; b < 5; ++b) {
-            SmartPtr<IUnknown> book;
-            books->get_Item(b, book.Receive());
-            book.As<IFileArchive>()->Control(ARCHIVE_HASFILE, 0);
-        }
+        EXPECT_EQ(MarkRead(0), std::vector<int>(5, 1));
         SmartPtr<IUnknown> narrowed;
         EXPECT_EQ(m_Bible->Find(Str(W(c.within)), kContents | kRefine, narrowed.Receive()),
                   refined.empty() ? S_FALSE : S_OK);
         SmartPtr<IUnknown> shown;
         m_Tree.As<IUITree>()->get_Root(shown.Receive());
-        EXPECT_EQ(labels(shown), refined);
-        for (int b = 0; b < 5; ++b) {
-            SmartPtr<IUnknown> book;
-            books->get_Item(b, book.Receive());
-            int read = -1;
-            book.As<IFileArchive>()->Inquire(ARCHIVE_HASFILE, &read);
-            EXPECT_EQ(read, 0) << kBooks[b];
-            book.As<IFileArchive>()->Control(ARCHIVE_HASFILE, 1);
-        }
+        EXPECT_EQ(ItemNames(shown), refined);
+        EXPECT_EQ(MarkRead(1), std::vector<int>(5, 0));
         Heard().clear();
     }
     // An empty refinement ends the search: the tree shows the books again.
