@@ -18,8 +18,9 @@ def verses(book):
     for line in out.splitlines():
         found = re.match(r"^.*? (\d+):(\d+): (.*)$", line)
         if found:
-            # The paragraph marks of the edition are no part of the text shown.
-            text = found.group(3).replace("\u00b6", "").strip()
+            # The paragraph marks of the edition are no part of the text shown, nor are the
+            # character styles that leak through its plain form ("the \\nd LORD").
+            text = re.sub(r"\\\+?[a-z]+[0-9]*\*? ?", "", found.group(3).replace("\u00b6", "")).strip()
             yield int(found.group(1)), int(found.group(2)), text
 
 

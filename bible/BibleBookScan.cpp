@@ -1,6 +1,7 @@
 // The one pass over a book's text that indexes its chapters and verses in place.
 #include <cwctype>
 
+#include "bible/BibleReference.h"
 #include "bible/VXBibleBook.h"
 #include "bible/VXBibleChapter.h"
 #include "persistence/TextLine.h"
@@ -11,16 +12,7 @@ namespace {
 
 // A heading begins with the book's name in the text, ignoring case. A line shorter
 // than the name that repeats its beginning counts too: "1" opens a chapter of "1 Samuel".
-bool IsHeading(const CREFString& name, const CREFString& line)
-{
-    int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
-    if (n < 1)
-        return false;
-    for (int32_t i = 0; i < n; ++i)
-        if (std::towlower(wint_t(name.m_Buffer[i])) != std::towlower(wint_t(line.m_Buffer[i])))
-            return false;
-    return true;
-}
+bool IsHeading(const CREFString& name, const CREFString& line) { return BibleStartsAlike(name, line); }
 
 SmartPtr<IVXTextReference> NewReference(IVXBook* book, const CREFString& line, int chapter, int verse, int count,
                                         int holds)

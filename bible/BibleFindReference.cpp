@@ -1,25 +1,11 @@
 // The reference search: a typed reference selects its row in the tree, and a list
 // of references also gives the text of every passage it names.
-#include <cwctype>
-
 #include "bible/BibleReference.h"
 #include "bible/VXBible.h"
 #include "persistence/TextLine.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
-
-// The typed name matches a title when the shorter of the two is the other's start.
-bool TitleMatches(const CREFString& typed, const CREFString& title)
-{
-    int32_t n = typed.m_Length < title.m_Length ? typed.m_Length : title.m_Length;
-    if (n < 1)
-        return false;
-    for (int32_t i = 0; i < n; ++i)
-        if (std::towlower(wint_t(typed.m_Buffer[i])) != std::towlower(wint_t(title.m_Buffer[i])))
-            return false;
-    return true;
-}
 
 SmartPtr<IUnknown> ItemAt(ISuperCollection* collection, int index)
 {
@@ -42,7 +28,7 @@ int32_t CVXBible::SearchTitles(ISuperCollection* titles, IString* text, int* row
     for (int i = 0; i < count && found < 0; ++i) {
         SmartPtr<IString> title;
         titles->get_ItemName(i, title.Receive());
-        if (TitleMatches(reference.m_Book, CREFString(static_cast<IUnknown*>(title.get()))))
+        if (BibleStartsAlike(reference.m_Book, CREFString(static_cast<IUnknown*>(title.get()))))
             found = i;
     }
     if (found < 0)

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "bible/VXBible.h"
-#include "bible/VXBibleBook.h"
 #include "persistence/FileNameUTF8.h"
 #include "runtime/ModuleClasses.h"
 #include "runtime/ValueConversion.h"
@@ -182,12 +181,13 @@ SmartPtr<IVXBook> CVXBible::FolderBook(IString* path, IString* name)
     if (CreateVXBibleBook(nullptr, &iid, archive.ReceiveVoid()) < 0 || !archive)
         return nullptr;
     archive->put_Filename(path);
-    // The book is this module's own, so its names are set in place; it is read later,
-    // on first use.
-    auto* book = static_cast<CVXBibleBook*>(static_cast<CVXBibleBook::Archive*>(archive.get()));
-    book->m_UserName = SmartPtr<IString>(name);
-    book->m_NameInText = SmartPtr<IString>(name);
-    book->m_Translation = m_Abbreviation;
+    // The names go in as properties, as any owner of a book sets them. The heading
+    // word is the shown name, so a book renamed in bible.ini needs headings to match.
+    if (auto properties = archive.As<IUIPropInterrogateEx>()) {
+        properties->ControlEx(BOOK_PROP_USERNAME, name);
+        properties->ControlEx(BOOK_PROP_NAMEINTEXT, name);
+        properties->ControlEx(BOOK_PROP_TRANSLATION, m_Abbreviation);
+    }
     return archive.As<IVXBook>();
 }
 

@@ -1,6 +1,7 @@
 #include "bible/BibleReference.h"
 
 #include <cstdint>
+#include <cwctype>
 
 #include "persistence/TextLine.h"
 #include "runtime/ValueConversion.h"
@@ -42,6 +43,17 @@ int32_t FirstOf(const CREFString& text, const wchar_t* set)
 }
 
 } // namespace
+
+bool BibleStartsAlike(const CREFString& a, const CREFString& b)
+{
+    int32_t n = a.m_Length < b.m_Length ? a.m_Length : b.m_Length;
+    if (n < 1)
+        return false;
+    for (int32_t i = 0; i < n; ++i)
+        if (std::towlower(wint_t(a.m_Buffer[i])) != std::towlower(wint_t(b.m_Buffer[i])))
+            return false;
+    return true;
+}
 
 int32_t BibleRangeCount(CREFString from, int32_t verse)
 {

@@ -12,6 +12,10 @@ struct BibleReference {
     int32_t m_Count = 1;
 };
 
+// True when the shorter of the two is the start of the other, ignoring case by
+// towlower; an empty one matches nothing. Titles and chapter headings match so.
+bool BibleStartsAlike(const CREFString& a, const CREFString& b);
+
 // Reads a reference: the name up to the first digit that doesn't open the text, the
 // chapter, the verse behind ":", "." or a space, and an optional "-" and end.
 BibleReference BibleParseReference(CREFString text);

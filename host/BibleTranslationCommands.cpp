@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "host/Host.h"
+#include "host/HostBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
 #include "host/HostTranslation.h"
@@ -52,6 +53,34 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
     return wantsOut && HostRefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
 }
 
+} // namespace
+
+SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
+{
+    std::error_code error;
+    if (!fs::exists(path, error)) {
+        HostFail(path + ": no such file or folder");
+        return {};
+    }
+    auto bible = HostCreate<IFileArchive>(L"VXBible");
+    if (!bible) {
+        HostFail("the Bible component is not installed");
+        return {};
+    }
+    bible->put_Filename(HostWide(path));
+    int32_t result = bible->Load();
+    int count = 0;
+    QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
+    if (count < 1) {
+        // A packed file that the archive refuses is told apart from one that holds no book.
+        HostFail(path + (result < 0 ? ": could not be read: damaged, or not a packed Bible" : ": no books found"));
+        return {};
+    }
+    return bible;
+}
+
+namespace {
+
 SmartPtr<IVXBook> BookAt(IFileArchive* bible, int index)
 {
     SmartPtr<IUnknown> item;
@@ -87,7 +116,7 @@ int BibleInfo(const Arguments& arguments)
     TranslationArguments parsed;
     if (int status = ParseArguments(arguments, false, &parsed); status >= 0)
         return status;
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(parsed.m_Input);
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
         return 1;
     int count = 0;
@@ -114,7 +143,7 @@ int BiblePack(const Arguments& arguments)
         std::cerr << "vxhost: --out " << parsed.m_Out << ": a packed Bible's name ends in .tBL\n";
         return 2;
     }
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(parsed.m_Input);
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
         return 1;
     // The packed file is named after the Bible, with ".tBL" behind.
@@ -161,7 +190,7 @@ int BibleUnpack(const Arguments& arguments)
     TranslationArguments parsed;
     if (int status = ParseArguments(arguments, true, &parsed); status >= 0)
         return status;
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(parsed.m_Input);
+    SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
     if (!bible)
         return 1;
     // Written beside the target and moved over it whole, so a failure leaves the old folder.

@@ -9,6 +9,7 @@
 
 #include "host/Host.h"
 #include "host/HostOptions.h"
+#include "host/HostBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostSystemMenu.h"
 #include "host/HostText.h"
@@ -159,7 +160,7 @@ int BibleWalk(const Arguments& arguments)
         return HostBadUsage(error);
     const std::string& reference = options.m_Positional[1];
 
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(HostPath(options.m_Positional[0]));
+    SmartPtr<IFileArchive> bible = LoadTranslation(HostPath(options.m_Positional[0]));
     if (!bible)
         return 1;
     // The application reads a book when it shows it; a walk may show any of them.
@@ -238,7 +239,7 @@ SmartPtr<IFileArchive> OpenForVerb(const std::string& path, const char* verb, Ho
         HostFail(message);
         return {};
     }
-    SmartPtr<IFileArchive> bible = HostLoadTranslation(path);
+    SmartPtr<IFileArchive> bible = LoadTranslation(path);
     if (bible && !FindVerb(bible, verb, code, &message)) {
         HostFail(path + ": " + message);
         return {};

@@ -1,5 +1,5 @@
-// What the commands on whole translations share: reading one, and the rule that a
-// command does not write over what exists unless told to.
+// What the commands on whole translations share: framework strings of the host's text,
+// and the rule that a command does not write over what exists unless told to.
 #pragma once
 #include <string>
 
@@ -10,6 +10,3 @@ SmartPtr<IString> HostWide(const std::string& text);
 
 // True, with the message printed, when `out` exists and `force` is not given.
 bool HostRefuseExisting(const std::string& out, bool force);
-
-// The translation at `path`, read; empty with a message when it has no books.
-SmartPtr<IFileArchive> HostLoadTranslation(const std::string& path);

@@ -20,6 +20,7 @@ std::vector<const std::vector<HostCommand>*> AllCommands()
         &BibleTranslationCommands(),
         &BibleConvertCommands(),
         &BibleWalkCommands(),
+        &BibleSearchCommands(),
     };
 }
 

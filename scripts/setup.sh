@@ -2,7 +2,7 @@
 # Installs what the build needs from the Debian archive, if it is missing.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config libgtest-dev libzip-dev zlib1g-dev clang libclang-rt-14-dev ccache ripgrep)
+packages=(cmake ninja-build g++ pkg-config libgtest-dev libzip-dev zlib1g-dev clang libclang-rt-14-dev ccache ripgrep unzip)
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")

@@ -19,6 +19,21 @@ std::string BookFile(const std::string& heading, int chapters)
     return text;
 }
 
+// A bible.ini of `count` numbered entries, "Name<i>" unless named in `names`, and
+// the abbreviation "BIG".
+std::string Numbered(int count, const std::vector<std::pair<int, std::string>>& names)
+{
+    std::string ini = "[Bible]\r\nAbbreviation=BIG\r\n";
+    for (int i = 1; i <= count; ++i) {
+        std::string name = "Name" + std::to_string(i);
+        for (const auto& [number, given] : names)
+            if (number == i)
+                name = given;
+        ini += std::to_string(i) + "=" + name + "\r\n";
+    }
+    return ini;
+}
+
 SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
 {
     auto bible = Create<IFileArchive>(L"VXBible");
@@ -45,12 +60,27 @@ std::wstring Books(IFileArchive* bible)
             file->Load();
         int chapters = 0;
         book->get_ChapterCount(&chapters);
-        SmartPtr<IString> header;
-        book->Header(header.Receive(), 0, 0, 1, nullptr);
-        std::wstring full = Text(header);
-        size_t open = full.find(L'[');
-        out += (i ? L" " : L"") + Text(name) + (open == std::wstring::npos ? L"[]" : full.substr(open)) + L":" +
-               std::to_wstring(chapters);
+        std::wstring abbreviation;
+        if (auto properties = item.As<IUIPropInterrogateEx>()) {
+            // A folder's book carries its names as properties: both names are the
+            // one the translation files it under.
+            std::wstring values[3];
+            for (int id : {BOOK_PROP_USERNAME, BOOK_PROP_NAMEINTEXT, BOOK_PROP_TRANSLATION}) {
+                SmartPtr<IUnknown> value;
+                properties->InquireEx(id, value.Receive());
+                values[id - 1] = Text(value);
+            }
+            if (values[0] != Text(name) || values[1] != Text(name))
+                abbreviation = L"names " + values[0] + L"/" + values[1] + L" ";
+            abbreviation += values[2];
+        } else {
+            SmartPtr<IString> header;
+            book->Header(header.Receive(), 0, 0, 1, nullptr);
+            std::wstring full = Text(header);
+            size_t open = full.find(L'[');
+            abbreviation = open == std::wstring::npos ? L"" : full.substr(open + 1, full.size() - open - 2);
+        }
+        out += (i ? L" " : L"") + Text(name) + L"[" + abbreviation + L"]:" + std::to_wstring(chapters);
     }
     return out;
 }
@@ -64,13 +94,13 @@ TEST_F(BibleLoadTest, FolderBooksFollowBibleIni)
 {
     struct Case {
         const char* folder;
-        const char* ini; // null: no bible.ini
+        std::string ini; // empty: no bible.ini
         std::vector<std::pair<std::string, std::string>> files; // file name, heading
         const wchar_t* books;
     } cases[] = {
         // No bible.ini: the table's 66 names, and the folder's capitals abbreviate.
-        {"Sample Bible", nullptr, {{"Genesis", "Genesis"}, {"Jude", "Jude"}}, L"Genesis[SB]:2 Jude[SB]:1"},
-        {"lower", nullptr, {{"Jude", "Jude"}}, L"Jude[]:1"},
+        {"Sample Bible", "", {{"Genesis", "Genesis"}, {"Jude", "Jude"}}, L"Genesis[SB]:2 Jude[SB]:1"},
+        {"lower", "", {{"Jude", "Jude"}}, L"Jude[]:1"},
         // Three numbered entries: only the first three rows are tried.
         {"KJV", "[Bible]\r\nAbbreviation=KJV\r\n1=Genesis\r\n2=Exodus\r\n3=Leviticus\r\n",
          {{"Genesis", "Genesis"}, {"Leviticus", "Leviticus"}, {"Jude", "Jude"}},
@@ -83,11 +113,19 @@ TEST_F(BibleLoadTest, FolderBooksFollowBibleIni)
         {"One", "[Bible]\r\n1=Anfang\r\n", {{"Genesis", "Anfang"}, {"Jude", "Jude"}}, L"Anfang[O]:2 Jude[O]:1"},
         // Keys in other case, and a folder that is named like a book file.
         {"Case", "[BIBLE]\r\nabbreviation=CS\r\n", {{"Ruth.bbl/", ""}, {"Jude", "Jude"}}, L"Jude[CS]:1"},
+        // The abbreviation is no book: with it, one entry still means all 66.
+        {"AB", "[Bible]\r\nAbbreviation=AB\r\n1=Anfang\r\n", {{"Genesis", "Anfang"}, {"Ruth", "Ruth"}},
+         L"Anfang[AB]:2 Ruth[AB]:2"},
+        // Books named only by bible.ini whose files are all missing: none to read.
+        {"Missing", "[Bible]\r\n1=Anfang\r\n2=Auszug\r\n", {{"Leviticus", "Leviticus"}}, L""},
+        // More entries than the table has rows: past it only bible.ini's own names lead to a file.
+        {"Big", Numbered(68, {{2, "Auszug"}, {67, "Enoch"}, {68, "Lost"}}), {{"Auszug", "Auszug"}, {"Enoch", "Enoch"}},
+         L"Auszug[BIG]:2 Enoch[BIG]:2"},
     };
     for (const Case& c : cases) {
         auto folder = m_Folder / c.folder;
         std::filesystem::create_directories(folder);
-        if (c.ini)
+        if (!c.ini.empty())
             WriteBytes(folder / "bible.ini", c.ini);
         for (const auto& [file, heading] : c.files) {
             if (file.back() == '/')

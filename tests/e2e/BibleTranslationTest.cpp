@@ -2,6 +2,7 @@
 // out again, and the ways these commands refuse.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -52,6 +53,23 @@ TEST(BibleTranslation, PackAndUnpackKeepEveryBook)
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
         entries += entry.exists() ? 1 : 0;
     EXPECT_EQ(entries, 2);
+
+    // The packed file is a plain zip archive that holds each book's text.
+    std::string listing = (folder / "listing").string();
+    ASSERT_EQ(std::system(("unzip -l '" + packed + "' >'" + listing + "' && unzip -tq '" + packed + "' >>'" +
+                           listing + "'").c_str()),
+              0);
+    std::string listed = vxtest::ReadBytes(listing);
+    EXPECT_NE(listed.find("No errors detected"), std::string::npos) << listed;
+    for (const char* book : {"Ruth", "Jonah", "Philemon", "3 John", "Jude"}) {
+        EXPECT_NE(listed.find("VXBible/BibleText/" + std::string(book) + "/Item/Text\n"), std::string::npos) << book;
+        // Book for book the text comes back as it went in. A book is read with the zero
+        // that ends its 16-bit text counted in, and it is packed and written out so: one
+        // more 16-bit zero at the end.
+        EXPECT_EQ(vxtest::ReadBytes(folder / "kjv" / (std::string(book) + ".bbl")),
+                  vxtest::ReadBytes(SamplePath("bible/" + std::string(book) + ".bbl")) + std::string(2, '\0'))
+            << book;
+    }
 }
 
 TEST(BibleTranslation, RefusalsNameTheirCause)

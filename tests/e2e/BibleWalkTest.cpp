@@ -99,7 +99,7 @@ TEST(BibleWalk, RefusalsNameTheirCause)
         {"bible compress " + b + " --out x", 2, "usage"},
         {"bible uncompress " + Quote(folder / "broken.zip"), 2, "ends in .tBL"},
         {"bible uncompress " + Quote(folder / "Test Bible.tBL"), 1, "exists already; add --force"},
-        {"bible uncompress " + Quote(folder / "broken.tBL"), 1, "no books found"},
+        {"bible uncompress " + Quote(folder / "broken.tBL"), 1, "could not be read"},
         {"bible uncompress " + Quote(folder / "gone.tBL"), 1, "no such file"},
     };
     for (const Case& c : cases) {
