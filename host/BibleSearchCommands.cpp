@@ -6,8 +6,10 @@
 
 #include "host/Host.h"
 #include "host/HostBible.h"
+#include "host/HostShownBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
+#include "host/HostTranslation.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
@@ -15,66 +17,6 @@ namespace {
 constexpr int kFindContents = 1;
 constexpr int kFindRefine = 0x100;
 constexpr int kFindQuiet = 0x400;
-
-SmartPtr<IString> Wide(const std::string& text)
-{
-    return SmartPtr<IString>::Adopt(ISCreate(text.c_str(), int(text.size())));
-}
-
-// A translation tied to a tree, as the program shows one; the tie is cut on the way out,
-// since the tree holds the Bible as its root.
-class ShownBible {
-public:
-    explicit ShownBible(const std::string& path) : m_Bible(LoadTranslation(path))
-    {
-        if (!m_Bible)
-            return;
-        m_Tree = HostCreate<IUINodeContainer>(L"UITree");
-        m_Manager = m_Bible.As<IUIManager>();
-        if (!m_Tree || !m_Manager || m_Manager->put_UserInterface(m_Tree) < 0) {
-            HostFail("the tree component is not installed");
-            m_Bible = nullptr;
-        }
-    }
-    ~ShownBible()
-    {
-        if (m_Manager)
-            m_Manager->put_UserInterface(nullptr);
-    }
-    ShownBible(const ShownBible&) = delete;
-    ShownBible& operator=(const ShownBible&) = delete;
-
-    explicit operator bool() const { return bool(m_Bible); }
-    IVXSearch* Search() { return QueryAs<IVXSearch>(m_Bible.get()).get(); }
-
-    // Reads every book now, showing how far it got on a terminal: a first search of a
-    // whole Bible reads them all.
-    void ReadBooks()
-    {
-        auto books = m_Bible.As<ISimpleCollection>();
-        int count = 0;
-        books->get_Count(&count);
-        bool terminal = isatty(2);
-        for (int i = 0; i < count; ++i) {
-            SmartPtr<IUnknown> book;
-            books->get_Item(i, book.Receive());
-            if (auto file = book.As<IFileArchive>()) {
-                int read = 1;
-                if (file->Inquire(ARCHIVE_HASFILE, &read) >= 0 && read == 0)
-                    file->Load();
-            }
-            if (terminal)
-                std::cerr << "\rreading books: " << i + 1 << "/" << count << std::flush;
-        }
-        if (terminal && count > 0)
-            std::cerr << '\n';
-    }
-
-private:
-    SmartPtr<IFileArchive> m_Bible;
-    SmartPtr<IUINodeContainer> m_Tree;
-    SmartPtr<IUIManager> m_Manager;
-};
 
 // The lines of a text that show something, without their line ends.
 void PrintLines(const std::string& text)
@@ -111,7 +53,7 @@ int BibleShow(const Arguments& arguments)
     for (size_t i = 1; i < arguments.size(); ++i) {
         // A line break makes the text a list, whose passages come back as text.
         SmartPtr<IUnknown> passages;
-        bible.Search()->Find(Wide(arguments[i] + "\r\n"), kFindQuiet, passages.Receive());
+        bible.Search()->Find(HostWide(arguments[i] + "\r\n"), kFindQuiet, passages.Receive());
         std::string text = ToUtf8(passages.get());
         if (text.empty()) {
             status = HostFail(arguments[0] + ": no book matches \"" + arguments[i] + "\"");
@@ -177,11 +119,11 @@ int BibleSearch(const Arguments& arguments)
         return 1;
     bible.ReadBooks();
     SmartPtr<IUnknown> hits;
-    int32_t result = bible.Search()->Find(Wide(phrase), kFindContents, hits.Receive());
+    int32_t result = bible.Search()->Find(HostWide(phrase), kFindContents, hits.Receive());
     for (const std::string& narrower : within)
         if (result == S_OK) {
             hits = nullptr;
-            result = bible.Search()->Find(Wide(narrower), kFindContents | kFindRefine, hits.Receive());
+            result = bible.Search()->Find(HostWide(narrower), kFindContents | kFindRefine, hits.Receive());
         }
     auto found = hits.As<ISimpleCollection>();
     int count = 0;

@@ -9,6 +9,7 @@
 
 #include "host/Host.h"
 #include "host/HostOptions.h"
+#include "host/HostShownBible.h"
 #include "host/HostBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostSystemMenu.h"
@@ -96,8 +97,8 @@ bool ParseKeys(const std::string& list, std::vector<const WalkKey*>* keys, std::
     return true;
 }
 
-// Ties the Bible to a tree, a caption frame and the screen for the length of a walk,
-// and unties them all at the end, so that nothing holds anything in a cycle.
+// Ties a shown Bible to a caption frame and the screen for the length of a walk, and
+// unties them at the end, so that nothing holds anything in a cycle.
 class WalkSetup {
 public:
     WalkSetup(IFileArchive* bible, CWalkScreen* screen) : m_Bible(bible), m_Screen(screen) {}
@@ -105,8 +106,6 @@ public:
     {
         if (m_Source)
             m_Source->Advise(static_cast<_IUIContainerEvents*>(m_Screen), ADVISE_REMOVE);
-        if (auto manager = QueryAs<IUIManager>(m_Bible))
-            manager->put_UserInterface(nullptr);
         if (auto parent = QueryAs<IParent>(m_Bible))
             parent->put_Parent(nullptr);
         m_Screen->m_Caption.Clear();
@@ -116,27 +115,21 @@ public:
 
     bool Tie(std::string* error)
     {
-        m_Tree = HostCreate<IUINodeContainer>(L"UITree");
         auto frame = HostCreate<IUnknown>(L"UIManagerCollection");
-        auto manager = QueryAs<IUIManager>(m_Bible);
         m_Source = QueryAs<IEventSource>(m_Bible);
-        if (!m_Tree || !frame || !manager || !m_Source) {
-            *error = "the tree components are not installed";
+        if (!frame || !m_Source) {
+            *error = "the caption frame is not installed";
             return false;
         }
-        manager->put_UserInterface(m_Tree);
         QueryAs<IParent>(m_Bible)->put_Parent(frame);
         m_Screen->m_Caption = frame;
         m_Source->Advise(static_cast<_IUIContainerEvents*>(m_Screen), ADVISE_ADD);
         return true;
     }
 
-    SmartPtr<IUITree> TreeOf() { return m_Tree.As<IUITree>(); }
-
 private:
     IFileArchive* m_Bible;
     CWalkScreen* m_Screen;
-    SmartPtr<IUINodeContainer> m_Tree;
     SmartPtr<IEventSource> m_Source;
 };
 
@@ -160,29 +153,25 @@ int BibleWalk(const Arguments& arguments)
         return HostBadUsage(error);
     const std::string& reference = options.m_Positional[1];
 
-    SmartPtr<IFileArchive> bible = LoadTranslation(HostPath(options.m_Positional[0]));
-    if (!bible)
-        return 1;
-    // The application reads a book when it shows it; a walk may show any of them.
-    for (int i = 0, count = BookCount(bible); i < count; ++i) {
-        SmartPtr<IUnknown> item;
-        QueryAs<ISimpleCollection>(bible.get())->get_Item(i, item.Receive());
-        if (auto file = item.As<IFileArchive>())
-            file->Load();
-    }
     SmartPtr<_IUIContainerEvents> held;
     CWalkScreen* screen = MakeScreen(&held);
     if (!screen)
         return HostFail("the screen could not be made");
+    ShownBible shown(HostPath(options.m_Positional[0]));
+    if (!shown)
+        return 1;
+    // The application reads a book when it shows it; a walk may show any of them.
+    shown.ReadBooks();
+    IFileArchive* bible = shown.Bible();
     WalkSetup setup(bible, screen);
     if (!setup.Tie(&error))
         return HostFail(error);
 
     // The typed reference selects its row, as in the application's search box; the
     // tree then reports that row as a click on it would.
-    SmartPtr<IUITree> tree = setup.TreeOf();
+    auto tree = QueryAs<IUITree>(shown.Tree());
     SmartPtr<IUnknown> result;
-    QueryAs<IVXSearch>(bible.get())->Find(HostWide(reference), 0, result.Receive());
+    QueryAs<IVXSearch>(bible)->Find(HostWide(reference), 0, result.Receive());
     SmartPtr<IUnknown> active;
     int row = tree->GetSelection(0, 2, active.Receive());
     if (row < 0)
@@ -190,7 +179,7 @@ int BibleWalk(const Arguments& arguments)
     std::cout << "key: start\n";
     tree->SelectRow(row, 7);
 
-    auto manager = QueryAs<IUIManager>(bible.get());
+    auto manager = QueryAs<IUIManager>(bible);
     for (const WalkKey* key : keys) {
         std::cout << "key: " << key->m_Name << '\n';
         if ((manager.get()->*(key->m_Move))() < 0)
