@@ -1,6 +1,7 @@
 // The one pass over a book's text that indexes its chapters and verses in place.
 #include <cwctype>
 
+#include "bible/BibleReference.h"
 #include "bible/VXBibleBook.h"
 #include "bible/VXBibleChapter.h"
 #include "persistence/TextLine.h"
@@ -9,23 +10,9 @@
 
 namespace {
 
-// How many holds the book's own collections keep on a reference: a chapter's name
-// alone; a verse as both name and item.
-constexpr int kHeadingHolds = 1;
-constexpr int kVerseHolds = 2;
-
 // A heading begins with the book's name in the text, ignoring case. A line shorter
 // than the name that repeats its beginning counts too: "1" opens a chapter of "1 Samuel".
-bool IsHeading(const CREFString& name, const CREFString& line)
-{
-    int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
-    if (n < 1)
-        return false;
-    for (int32_t i = 0; i < n; ++i)
-        if (std::towlower(wint_t(name.m_Buffer[i])) != std::towlower(wint_t(line.m_Buffer[i])))
-            return false;
-    return true;
-}
+bool IsHeading(const CREFString& name, const CREFString& line) { return BibleStartsAlike(name, line); }
 
 SmartPtr<IVXTextReference> NewReference(IVXBook* book, const CREFString& line, int chapter, int verse, int count,
                                         int holds)
@@ -43,7 +30,7 @@ SmartPtr<IVXTextReference> NewReference(IVXBook* book, const CREFString& line, i
 
 CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
 {
-    auto reference = NewReference(this, line, -1, -1, -1, kHeadingHolds);
+    auto reference = NewReference(this, line, -1, -1, -1, CVXBibleBook::kHeadingHolds);
     if (!reference)
         return nullptr;
     auto chapter = SmartPtr<ISuperCollection>::Adopt(CVXBibleChapter::Create(this, line.m_Buffer, length));
@@ -56,7 +43,7 @@ CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
 void CVXBibleBook::AddVerse(CVXBibleChapter* chapter, CREFString line, int chapterNumber)
 {
     int verseNumber = _IS2Integer(line, 10);
-    auto reference = NewReference(this, line, chapterNumber - 1, verseNumber - 1, 1, kVerseHolds);
+    auto reference = NewReference(this, line, chapterNumber - 1, verseNumber - 1, 1, CVXBibleBook::kVerseHolds);
     if (!reference)
         return;
     // The line's length ends a range of verses that stops at this one.

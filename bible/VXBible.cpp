@@ -37,12 +37,19 @@ int32_t CVXBible::FinalConstruct()
     m_Translation.Attach(ISCreate(L"Bible"));
     m_Abbreviation.Attach(ISCreate(L"B"));
     m_Language.Attach(ISCreate(L"English"));
+    m_SearchResults.Attach(BASEObject::CreateNamedCollection());
+    Prop(BIBLE_PROP_TRANSLATION, &m_Translation, PROPTYPE_STRING);
+    Prop(BIBLE_PROP_ABBREVIATION, &m_Abbreviation, PROPTYPE_STRING);
+    Prop(BIBLE_PROP_LANGUAGE, &m_Language, PROPTYPE_STRING);
     return S_OK;
 }
 
 void CVXBible::FinalRelease()
 {
-    m_UserInterface.Clear();
+    // A hit holds its book; the tree holds this Bible until it is cut.
+    if (m_SearchResults)
+        m_SearchResults->Clear();
+    put_UserInterface(nullptr);
     put_Parent(nullptr);
     CollectionClear();
 }
@@ -150,7 +157,7 @@ int32_t CVXBible::Load(IDataStream* stream, int /*flags*/)
     SmartPtr<IUnknown> tree;
     if (folder->ReadObject(Key(L"UI"), tree.Receive(), 0) >= 0 && tree) {
         if (auto container = tree.As<IUINodeContainer>())
-            m_UserInterface = SmartPtr<IUnknown>(container.get());
+            put_UserInterface(container);
     }
     if (SmartPtr<IString> translation = ReadText(folder, L"Translation"))
         m_Translation = translation;

@@ -133,12 +133,6 @@ int32_t CVXBibleBook::get_VerseCount(int chapter, int* count)
     return S_OK;
 }
 
-int32_t CVXBibleBook::Find(IString*, int, IUnknown**)
-{
-    // No hits until the translation's searcher is in.
-    return E_FAIL;
-}
-
 int32_t CVXBibleBook::VerifyInterface(IUnknown* item, IUnknown** verified)
 {
     if (!item)

@@ -30,6 +30,12 @@ public:
     using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataPersist>, Entry<IVXBook>, Entry<IVXSearch>,
                               Chain<Collection>, Chain<Archive>, Entry<IString>, Chain<Properties>>;
 
+    // How many holds the book's own collections keep on a reference: a chapter's name
+    // alone; a verse as both name and item; and a verse among the book's last hits.
+    static constexpr int kHeadingHolds = 1;
+    static constexpr int kVerseHolds = 2;
+    static constexpr int kHitHolds = kVerseHolds + 1;
+
     CVXBibleBook();
     int32_t FinalConstruct() override;
     void FinalRelease() override;
@@ -41,8 +47,10 @@ public:
     int32_t get_VerseCount(int chapter, int* count) override;
     int32_t get_Verse(int chapter, int verse, int count, IString** text) override;
 
-    // IVXSearch: searching a book comes with the searcher of the translation.
+    // IVXSearch: the verses that hold the text; flags are not read.
     int32_t Find(IString* text, int flags, IUnknown** result) override;
+    // 1 if pattern occurs in text, by the case-folding scan of the song search.
+    static int32_t SearchString(IString* text, IString* pattern);
 
     // The book's own file: read once, written back as it was read.
     int32_t Save() override;
@@ -76,6 +84,11 @@ private:
     void MakeFlat();
     // The verse list that get_Verse walks: the chapter at a position, or the book itself.
     SmartPtr<ISuperCollection> VerseList(int chapter);
+
+    // Adds a verse to the hits under its label; the hits hold it without holding the book.
+    void AddHit(IVXTextReference* verse, ICreatableString* label);
+    // The hits let go of their verses' holds, and are emptied.
+    void ClearHits();
 
     std::vector<std::unique_ptr<wchar_t[]>> m_RetiredText;
 };

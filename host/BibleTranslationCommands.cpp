@@ -9,18 +9,15 @@
 #include <system_error>
 
 #include "host/Host.h"
+#include "host/HostBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"
+#include "host/HostTranslation.h"
 #include "runtime/ValueConversion.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-SmartPtr<IString> Wide(const std::string& text)
-{
-    return SmartPtr<IString>::Adopt(ISCreate(text.c_str(), int(text.size())));
-}
 
 // The file or folder argument and the options --out PATH and --force.
 struct TranslationArguments {
@@ -28,15 +25,6 @@ struct TranslationArguments {
     std::string m_Out;
     bool m_Force = false;
 };
-
-bool RefuseExisting(const std::string& out, bool force)
-{
-    std::error_code error;
-    if (force || !fs::exists(out, error))
-        return false;
-    HostFail(out + ": exists already; add --force to replace it");
-    return true;
-}
 
 // -1 when the command may go on; otherwise the exit status: 2 when the command line is
 // wrong, 1 when --out names something that exists and --force is missing.
@@ -62,10 +50,11 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
         std::cerr << "vxhost: missing " << missing << "\n";
         return 2;
     }
-    return wantsOut && RefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
+    return wantsOut && HostRefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
 }
 
-// The translation at `path`, read; empty with a message when it has no books.
+} // namespace
+
 SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
 {
     std::error_code error;
@@ -78,7 +67,7 @@ SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
         HostFail("the Bible component is not installed");
         return {};
     }
-    bible->put_Filename(Wide(path));
+    bible->put_Filename(HostWide(path));
     int32_t result = bible->Load();
     int count = 0;
     QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
@@ -89,6 +78,8 @@ SmartPtr<IFileArchive> LoadTranslation(const std::string& path)
     }
     return bible;
 }
+
+namespace {
 
 SmartPtr<IVXBook> BookAt(IFileArchive* bible, int index)
 {
@@ -156,7 +147,7 @@ int BiblePack(const Arguments& arguments)
     if (!bible)
         return 1;
     // The packed file is named after the Bible, with ".tBL" behind.
-    bible->put_Filename(Wide(parsed.m_Out.substr(0, parsed.m_Out.size() - 4)));
+    bible->put_Filename(HostWide(parsed.m_Out.substr(0, parsed.m_Out.size() - 4)));
     std::error_code error;
     auto before = fs::exists(parsed.m_Out, error) ? fs::last_write_time(parsed.m_Out, error) : fs::file_time_type();
     if (bible->Save() < 0 || !fs::exists(parsed.m_Out, error) || fs::last_write_time(parsed.m_Out, error) == before)
@@ -173,24 +164,24 @@ bool WriteFolder(IFileArchive* bible, const std::string& folder)
     auto ini = HostCreate<IFileArchive>(L"INIFile");
     if (!ini)
         return false;
-    QueryAs<IINIFile>(ini.get())->put_Section(Wide("Bible"));
+    QueryAs<IINIFile>(ini.get())->put_Section(HostWide("Bible"));
     auto entries = ini.As<IParametersCreatable>();
     int count = 0;
     QueryAs<ISimpleCollection>(bible)->get_Count(&count);
     if (count > 0)
-        entries->Add(Wide("abbreviation"), Wide(Abbreviation(BookAt(bible, 0))), nullptr, 0);
+        entries->Add(HostWide("abbreviation"), HostWide(Abbreviation(BookAt(bible, 0))), nullptr, 0);
     for (int i = 0; i < count; ++i) {
         SmartPtr<IVXBook> book = BookAt(bible, i);
         std::string name = BookName(bible, i);
         auto file = book.As<IFileArchive>();
         if (name.empty() || name.find('/') != std::string::npos || !file)
             return false;
-        file->put_Filename(Wide(folder + "/" + name + ".bbl"));
+        file->put_Filename(HostWide(folder + "/" + name + ".bbl"));
         if (file->Save() < 0)
             return false;
-        entries->Add(Wide(std::to_string(i + 1)), Wide(name), nullptr, 0);
+        entries->Add(HostWide(std::to_string(i + 1)), HostWide(name), nullptr, 0);
     }
-    ini->put_Filename(Wide(folder + "/bible.ini"));
+    ini->put_Filename(HostWide(folder + "/bible.ini"));
     return ini->Save() >= 0;
 }
 
@@ -250,7 +241,7 @@ int BibleFromHtml(const Arguments& arguments)
     fs::copy_file(parsed.m_Input, input, error);
     auto bible = HostCreate<IFileArchive>(L"VXBible");
     if (bible) {
-        bible->put_Filename(Wide(input.string()));
+        bible->put_Filename(HostWide(input.string()));
         bible->Load();
     }
     fs::path books = work / "books";

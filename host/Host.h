@@ -23,6 +23,8 @@ const std::vector<HostCommand>& DemoCommands();
 const std::vector<HostCommand>& BibleCommands();
 const std::vector<HostCommand>& BibleConvertCommands();
 const std::vector<HostCommand>& BibleTranslationCommands();
+const std::vector<HostCommand>& BibleWalkCommands();
+const std::vector<HostCommand>& BibleSearchCommands();
 
 // Prints the verses of a song file; the exit status.
 int ShowSongFile(const std::string& file);

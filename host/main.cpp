@@ -19,6 +19,8 @@ std::vector<const std::vector<HostCommand>*> AllCommands()
         &BibleCommands(),
         &BibleTranslationCommands(),
         &BibleConvertCommands(),
+        &BibleWalkCommands(),
+        &BibleSearchCommands(),
     };
 }
 

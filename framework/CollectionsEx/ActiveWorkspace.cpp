@@ -18,8 +18,7 @@ void CActiveWorkspace::FinalRelease() { m_DragNode.Clear(); }
 
 int32_t CActiveWorkspace::BeginDrag(IUIDropSource* /*source*/, int /*a*/, int /*b*/, IUnknown* node)
 {
-    if (!node)
-        return E_INVALIDARG;
+    // A drag with no node ends the one under way: the workspace lets go of what it held.
     m_DragNode = SmartPtr<IUnknown>(node);
     return S_OK;
 }

@@ -23,7 +23,7 @@ public:
     int32_t Load() override { return E_NOTIMPL; }
     int32_t Save() override { return E_NOTIMPL; }
 
-    // Remembers the node being dragged until the next drag begins.
+    // Remembers the node being dragged until the next drag begins; a null node ends it.
     int32_t BeginDrag(IUIDropSource* source, int a, int b, IUnknown* node) override;
 
 private:

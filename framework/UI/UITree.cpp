@@ -84,6 +84,13 @@ int32_t CUITree::Open(IUnknown* item)
     // Only a collection has rows to show.
     if (!identity || !QueryAs<ISimpleCollection>(item))
         return E_FAIL;
+    // A collection that lives in a file, such as a Bible book, is read when first opened:
+    // its rows are its content.
+    if (auto file = QueryAs<IFileArchive>(item)) {
+        int read = 1;
+        if (file->Inquire(ARCHIVE_HASFILE, &read) >= 0 && read == 0)
+            file->Load();
+    }
     if (!IsOpen(identity))
         m_Open.push_back(identity);
     return S_OK;

@@ -64,4 +64,7 @@ struct _IUIRefreshEvent : IUnknown {
 struct _IUIContainerEvents : IUnknown {
     static const IID& Iid() { return IID__IUIContainerEvents; }
     virtual int32_t NodeSelect(IUnknown* node, int a, int b, int c, IUnknown* data) = 0;
+    // Most subscribers hear selections only.
+    virtual int32_t NodeDrag(IUnknown* /*source*/, int /*a*/, int /*b*/, int /*c*/, IUnknown* /*node*/) { return S_OK; }
+    virtual int32_t NodeChanged(IUnknown* /*source*/, IUnknown* /*node*/) { return S_OK; }
 };

@@ -141,6 +141,7 @@ struct IHostWindow : IUnknown {
 
 struct IUIDropSource : IUnknown {
     static const IID& Iid() { return IID_IUIDropSource; }
+    virtual int32_t GetDropObject(IUnknown** object, double x, double y, CANVASRect* rect) = 0;
 };
 
 struct IWorkspace : IUnknown {
@@ -158,6 +159,39 @@ struct IClipboard : IUnknown {
     static const IID& Iid() { return IID_IClipboard; }
     // The clipboard's text: (IID_IString, 0, out).
     virtual int32_t GetData(const IID& iid, int mode, IUnknown** out) = 0;
+};
+
+// Takes what is dropped on it.
+struct IUIDropTarget : IUnknown {
+    static const IID& Iid() { return IID_IUIDropTarget; }
+    virtual int32_t DragDrop(IUnknown* object, int a, int b, double x, double y, CANVASRect* rect) = 0;
+};
+
+// The manager of a tree: it ties itself to the tree, and walks its rows for the keys.
+struct IUIManager : IUnknown {
+    static const IID& Iid() { return IID_IUIManager; }
+    virtual int32_t get_UserInterface(IUINodeContainer** tree) = 0;
+    virtual int32_t put_UserInterface(IUINodeContainer* tree) = 0;
+    virtual int32_t Refresh(int what) = 0;
+    virtual int32_t GetSelected(IUnknown** selected) = 0;
+    virtual int32_t Select(int a, int b, int c) = 0;
+    virtual int32_t MoveUp() = 0;
+    virtual int32_t MoveDown() = 0;
+    virtual int32_t MoveLeft() = 0;
+    virtual int32_t MoveRight() = 0;
+    virtual int32_t PageUp() = 0;
+    virtual int32_t PageDown() = 0;
+    virtual int32_t Remove() = 0;
+    virtual int32_t RemoveAll() = 0;
+    virtual int32_t MoveNext() = 0;
+    virtual int32_t MovePrevious() = 0;
+};
+
+// The verbs an object offers in its menu, and what each does.
+struct IUIVerbCollectionSpecify : IUnknown {
+    static const IID& Iid() { return IID_IUIVerbCollectionSpecify; }
+    virtual int32_t GetVerbs(int a, IUnknown* context, IUIVerbCollection** verbs) = 0;
+    virtual int32_t DoAction(int code, IUnknown* context) = 0;
 };
 
 // The rows of a tree as a person sees them, for a host that shows the tree and

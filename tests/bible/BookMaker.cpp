@@ -63,7 +63,7 @@ SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& name
 
 std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
 
-std::wstring SampleVerse(const std::string& file, int chapter, int verse)
+std::vector<SampleLine> SampleLines(const std::string& file)
 {
     std::ifstream in(file, std::ios::binary);
     std::stringstream bytes;
@@ -74,13 +74,22 @@ std::wstring SampleVerse(const std::string& file, int chapter, int verse)
         text += wchar_t(static_cast<unsigned char>(raw[i]) | (static_cast<unsigned char>(raw[i + 1]) << 8));
     std::wstringstream lines(text);
     std::wstring line;
+    std::vector<SampleLine> out;
     int chapters = 0;
     while (std::getline(lines, line)) {
         if (line.find(L":\t") == std::wstring::npos)
             ++chapters;
-        else if (chapters == chapter + 1 && line.rfind(std::to_wstring(verse + 1) + L":", 0) == 0)
-            return line;
+        else
+            out.push_back({chapters - 1, line});
     }
+    return out;
+}
+
+std::wstring SampleVerse(const std::string& file, int chapter, int verse)
+{
+    for (const SampleLine& found : SampleLines(file))
+        if (found.chapter == chapter && found.line.rfind(std::to_wstring(verse + 1) + L":", 0) == 0)
+            return found.line;
     return L"<missing>";
 }
 

@@ -2,6 +2,7 @@
 // stream form, as a Bible hands a book its content.
 #pragma once
 #include <string>
+#include <vector>
 
 #include "support/Fixture.h"
 
@@ -37,5 +38,12 @@ std::string SamplePath(const std::string& relative);
 // The text of a sample book's verse as the source has it: "N:\ttext" lines under
 // "NAME CHAPTER" headings, read straight from the file's UTF-16.
 std::wstring SampleVerse(const std::string& file, int chapter, int verse);
+
+// Every verse line of a sample book with its zero-based chapter, in file order.
+struct SampleLine {
+    int chapter;
+    std::wstring line;
+};
+std::vector<SampleLine> SampleLines(const std::string& file);
 
 } // namespace vxtest

@@ -1,0 +1,89 @@
+// The content search over one book: every verse line that holds the text, each
+// under a label with the book, the chapter and the whole line.
+#include "bible/VXBibleBook.h"
+#include "runtime/Factories.h"
+#include "runtime/ValueConversion.h"
+#include "songs/SongSearch.h"
+
+int32_t CVXBibleBook::SearchString(IString* text, IString* pattern)
+{
+    if (!pattern || !text)
+        return 0;
+    return ContainsNoCase(CREFString(static_cast<IUnknown*>(text)), CREFString(static_cast<IUnknown*>(pattern)))
+               ? 1
+               : 0;
+}
+
+void CVXBibleBook::AddHit(IVXTextReference* verse, ICreatableString* label)
+{
+    label->Append(CREFString(static_cast<IUnknown*>(verse)));
+    if (m_SearchResults->Add(label, verse, nullptr, 0) < 0)
+        return;
+    // A hit the book keeps for itself must not keep the book: that would be a cycle.
+    if (auto holds = QueryAs<IVXTextReferenceHolds>(verse))
+        holds->put_IndexHolds(kHitHolds);
+}
+
+void CVXBibleBook::ClearHits()
+{
+    if (!m_SearchResults)
+        return;
+    int count = 0;
+    m_SearchResults->get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IUnknown> item;
+        m_SearchResults->get_Item(i, item.Receive());
+        if (auto holds = item.As<IVXTextReferenceHolds>())
+            holds->put_IndexHolds(kVerseHolds);
+    }
+    m_SearchResults->Clear();
+}
+
+int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
+{
+    if (m_HasFile == 0)
+        Load();
+    if (!m_SearchResults)
+        return S_FALSE;
+    ClearHits();
+    int count = 0;
+    get_Count(&count);
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IUnknown> item;
+        get_Item(i, item.Receive());
+        if (auto verse = item.As<IVXTextReference>()) {
+            // A verse of a flat book: its line begins with its number already.
+            if (SearchString(verse.As<IString>(), text)) {
+                auto label = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
+                label->Append(CREFString(m_UserName.get()));
+                AddHit(verse, label);
+            }
+            continue;
+        }
+        auto chapter = item.As<ISuperCollection>();
+        if (!chapter)
+            continue;
+        int verses = 0;
+        chapter->get_Count(&verses);
+        for (int v = 0; v < verses; ++v) {
+            SmartPtr<IUnknown> line;
+            chapter->get_Item(v, line.Receive());
+            auto verse = line.As<IVXTextReference>();
+            if (!verse || !SearchString(verse.As<IString>(), text))
+                continue;
+            wchar_t number[32] = {};
+            _swprintf(number, 32, L" %d ", i + 1);
+            auto label = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
+            label->Append(CREFString(m_UserName.get()));
+            label->Append(CREFString(number));
+            AddHit(verse, label);
+        }
+    }
+    int hits = 0;
+    m_SearchResults->get_Count(&hits);
+    if (hits == 0)
+        return S_FALSE;
+    if (result)
+        *result = static_cast<IUnknown*>(m_SearchResults.Copy());
+    return S_OK;
+}
