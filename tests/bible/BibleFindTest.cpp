@@ -215,8 +215,9 @@ TEST_F(BibleFindTest, ListsShowEveryPassageAndFireOnce)
         std::string fired = c.fired;
         EXPECT_EQ(heard.source == bible, fired != "copy");
         EXPECT_EQ(heard.count, fired == "sample" ? 1 : -1);
-        if (fired != "sample")
+        if (fired != "sample") {
             EXPECT_EQ(heard.text, out);
+        }
         Heard().clear();
 
         // Quiet: the same selection and text, and no event.
