@@ -11,6 +11,7 @@
 
 #include "runtime/Module.h"
 #include "runtime/ValueConversion.h"
+#include "FuzzTouch.h"
 
 namespace {
 
@@ -37,16 +38,6 @@ std::string FuzzFile()
 const std::string gFile = FuzzFile();
 
 void RemoveFuzzFile() { std::remove(gFile.c_str()); }
-
-// Reads every character of a view, so that a view past its buffer shows.
-void Touch(IUnknown* object)
-{
-    wchar_t sum = 0;
-    CREFString view(object);
-    for (int32_t i = 0; i < view.m_Length; ++i)
-        sum = wchar_t(sum ^ view.m_Buffer[i]);
-    (void)sum;
-}
 
 void Walk(IVXBook* book)
 {

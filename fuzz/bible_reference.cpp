@@ -5,6 +5,7 @@
 #include <string>
 
 #include "ParamsFuzz.h"
+#include "FuzzTouch.h"
 
 namespace {
 
@@ -29,16 +30,6 @@ void Cut()
         QueryAs<IUIManager>(gBible.get())->put_UserInterface(nullptr);
     gTree = nullptr;
     gBible = nullptr;
-}
-
-// Reads every character of a view, so that a view past its buffer shows.
-void Touch(IUnknown* object)
-{
-    wchar_t sum = 0;
-    CREFString view(object);
-    for (int32_t i = 0; i < view.m_Length; ++i)
-        sum = wchar_t(sum ^ view.m_Buffer[i]);
-    (void)sum;
 }
 
 } // namespace
