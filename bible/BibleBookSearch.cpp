@@ -46,6 +46,7 @@ int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
     if (!m_SearchResults)
         return S_FALSE;
     ClearHits();
+    const CREFString pattern(static_cast<IUnknown*>(text));
     int count = 0;
     get_Count(&count);
     for (int i = 0; i < count; ++i) {
@@ -68,8 +69,12 @@ int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
         for (int v = 0; v < verses; ++v) {
             SmartPtr<IUnknown> line;
             chapter->get_Item(v, line.Receive());
+            // The text is looked at first: asking every line for its faces would cost
+            // more than the search, and only a line that holds the text needs them.
+            if (!ContainsNoCase(CREFString(line.get()), pattern))
+                continue;
             auto verse = line.As<IVXTextReference>();
-            if (!verse || !SearchString(verse.As<IString>(), text))
+            if (!verse)
                 continue;
             wchar_t number[32] = {};
             _swprintf(number, 32, L" %d ", i + 1);
