@@ -73,8 +73,11 @@ int main(int argc, char** argv)
     for (const auto* commands : AllCommands())
         for (const HostCommand& command : *commands)
             known = known || std::strcmp(command.m_Noun, noun) == 0;
-    if (!known)
-        return HostFail(std::string("unknown command \"") + noun + "\"; see vxhost --help");
+    // A command that doesn't exist is a bad command line, not a failed piece of work.
+    if (!known) {
+        HostFail(std::string("unknown command \"") + noun + "\"; see vxhost --help");
+        return 2;
+    }
     const HostCommand* nounOnly = nullptr;
     for (const auto* commands : AllCommands())
         for (const HostCommand& command : *commands)
@@ -106,5 +109,6 @@ int main(int argc, char** argv)
             return status;
         }
     }
-    return HostFail(std::string("unknown command \"") + noun + ' ' + argv[2] + "\"; see vxhost " + noun + " --help");
+    HostFail(std::string("unknown command \"") + noun + ' ' + argv[2] + "\"; see vxhost " + noun + " --help");
+    return 2;
 }
