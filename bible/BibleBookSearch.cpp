@@ -14,8 +14,11 @@ int32_t CVXBibleBook::SearchString(IString* text, IString* pattern)
                : 0;
 }
 
-void CVXBibleBook::AddHit(IVXTextReference* verse, ICreatableString* label)
+void CVXBibleBook::AddHit(IVXTextReference* verse, const wchar_t* between)
 {
+    auto label = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
+    label->Append(CREFString(m_UserName.get()));
+    label->Append(CREFString(between));
     label->Append(CREFString(static_cast<IUnknown*>(verse)));
     if (m_SearchResults->Add(label, verse, nullptr, 0) < 0)
         return;
@@ -54,11 +57,8 @@ int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
         get_Item(i, item.Receive());
         if (auto verse = item.As<IVXTextReference>()) {
             // A verse of a flat book: its line begins with its number already.
-            if (SearchString(verse.As<IString>(), text)) {
-                auto label = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
-                label->Append(CREFString(m_UserName.get()));
-                AddHit(verse, label);
-            }
+            if (ContainsNoCase(CREFString(item.get()), pattern))
+                AddHit(verse, L"");
             continue;
         }
         auto chapter = item.As<ISuperCollection>();
@@ -78,10 +78,7 @@ int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
                 continue;
             wchar_t number[32] = {};
             _swprintf(number, 32, L" %d ", i + 1);
-            auto label = SmartPtr<ICreatableString>::Adopt(CREFString::CreateString());
-            label->Append(CREFString(m_UserName.get()));
-            label->Append(CREFString(number));
-            AddHit(verse, label);
+            AddHit(verse, number);
         }
     }
     int hits = 0;

@@ -85,8 +85,9 @@ private:
     // The verse list that get_Verse walks: the chapter at a position, or the book itself.
     SmartPtr<ISuperCollection> VerseList(int chapter);
 
-    // Adds a verse to the hits under its label; the hits hold it without holding the book.
-    void AddHit(IVXTextReference* verse, ICreatableString* label);
+    // Adds a verse to the hits, labelled with the book's name, `between` and the verse's
+    // line; the hits hold it without holding the book.
+    void AddHit(IVXTextReference* verse, const wchar_t* between);
     // The hits let go of their verses' holds, and are emptied.
     void ClearHits();
 
