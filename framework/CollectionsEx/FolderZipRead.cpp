@@ -1,6 +1,6 @@
 #include "framework/CollectionsEx/FolderZipRead.h"
 
-#include <zip.h>
+#include "framework/CollectionsEx/ZipLibrary.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -52,7 +52,7 @@ FolderNode* TreeBuilder::Descend(FolderNode* folder, const std::wstring& name)
 std::wstring TreeBuilder::Comment(zip_uint64_t index, FolderItemKind* kind)
 {
     zip_uint32_t length = 0;
-    const char* comment = zip_file_get_comment(m_Archive, index, &length, 0);
+    const char* comment = ZipLib().zip_file_get_comment(m_Archive, index, &length, 0);
     if (!comment)
         length = 0;
     if (kind)
@@ -65,12 +65,12 @@ std::wstring TreeBuilder::Comment(zip_uint64_t index, FolderItemKind* kind)
 bool TreeBuilder::ReadItem(zip_uint64_t index, std::vector<unsigned char>* bytes)
 {
     zip_stat_t stat;
-    zip_stat_init(&stat);
-    if (zip_stat_index(m_Archive, index, 0, &stat) != 0 || !(stat.valid & ZIP_STAT_SIZE))
+    ZipLib().zip_stat_init(&stat);
+    if (ZipLib().zip_stat_index(m_Archive, index, 0, &stat) != 0 || !(stat.valid & ZIP_STAT_SIZE))
         return false;
     if (stat.size > kFolderItemLimit || stat.size > kFolderArchiveLimit - m_Total)
         return false;
-    zip_file_t* file = zip_fopen_index(m_Archive, index, 0);
+    zip_file_t* file = ZipLib().zip_fopen_index(m_Archive, index, 0);
     if (!file)
         return false;
     size_t size = size_t(stat.size);
@@ -84,21 +84,21 @@ bool TreeBuilder::ReadItem(zip_uint64_t index, std::vector<unsigned char>* bytes
         size_t have = bytes->size();
         size_t step = std::min(kStep, size - have);
         bytes->resize(have + step);
-        zip_int64_t got = zip_fread(file, bytes->data() + have, step);
+        zip_int64_t got = ZipLib().zip_fread(file, bytes->data() + have, step);
         good = got > 0;
         bytes->resize(have + (got > 0 ? size_t(got) : 0));
     }
     // Reading past the end is what makes the library check the item's checksum.
     unsigned char extra = 0;
-    good = good && zip_fread(file, &extra, 1) == 0;
-    good = zip_fclose(file) == 0 && good;
+    good = good && ZipLib().zip_fread(file, &extra, 1) == 0;
+    good = ZipLib().zip_fclose(file) == 0 && good;
     m_Total += bytes->size();
     return good;
 }
 
 bool TreeBuilder::AddEntry(zip_uint64_t index)
 {
-    const char* path = zip_get_name(m_Archive, index, 0);
+    const char* path = ZipLib().zip_get_name(m_Archive, index, 0);
     std::vector<std::wstring> names;
     bool isFolder = false;
     if (!path || !DecodeEntryPath(path, &names, &isFolder) || names.size() > kFolderDepthLimit)
@@ -133,21 +133,24 @@ int32_t FolderTreeFromZip(const unsigned char* bytes, size_t size, FolderNode* r
     // An empty file is no archive, not even an empty one: a save always writes the end record.
     if (!bytes || size == 0 || size > kFolderArchiveLimit)
         return E_FAIL;
+    if (!ZipLibraryLoaded())
+        return E_FAIL;
     zip_error_t error;
-    zip_error_init(&error);
-    zip_source_t* source = zip_source_buffer_create(bytes, size, 0, &error);
-    zip_t* archive = source ? zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error) : nullptr;
-    zip_error_fini(&error);
+    ZipLib().zip_error_init(&error);
+    zip_source_t* source = ZipLib().zip_source_buffer_create(bytes, size, 0, &error);
+    zip_t* archive =
+        source ? ZipLib().zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error) : nullptr;
+    ZipLib().zip_error_fini(&error);
     if (!archive) {
-        zip_source_free(source);
+        ZipLib().zip_source_free(source);
         return E_FAIL;
     }
-    zip_int64_t count = zip_get_num_entries(archive, 0);
+    zip_int64_t count = ZipLib().zip_get_num_entries(archive, 0);
     bool good = count >= 0 && size_t(count) <= kFolderEntryLimit;
     TreeBuilder builder(archive);
     for (zip_int64_t i = 0; good && i < count; ++i)
         good = builder.AddEntry(zip_uint64_t(i));
-    zip_discard(archive);
+    ZipLib().zip_discard(archive);
     if (!good)
         return E_FAIL;
     root->m_Items = std::move(builder.Root().m_Items);

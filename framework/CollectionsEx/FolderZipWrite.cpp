@@ -1,6 +1,6 @@
 #include "framework/CollectionsEx/FolderZipWrite.h"
 
-#include <zip.h>
+#include "framework/CollectionsEx/ZipLibrary.h"
 
 #include <cstdio>
 #include <string>
@@ -17,7 +17,7 @@ bool SetComment(zip_t* archive, zip_int64_t index, const std::string& comment)
         return true;
     if (comment.size() > 0xFFFF)
         return false;
-    return zip_file_set_comment(archive, zip_uint64_t(index), comment.data(), zip_uint16_t(comment.size()),
+    return ZipLib().zip_file_set_comment(archive, zip_uint64_t(index), comment.data(), zip_uint16_t(comment.size()),
                                 ZIP_FL_ENC_UTF_8) == 0;
 }
 
@@ -25,15 +25,15 @@ bool AddItem(zip_t* archive, const std::string& path, const FolderItem& item, bo
 {
     // The item's bytes stay in the tree until the archive is closed, so the source
     // borrows them.
-    zip_source_t* source = zip_source_buffer(archive, item.m_Bytes.data(), item.m_Bytes.size(), 0);
+    zip_source_t* source = ZipLib().zip_source_buffer(archive, item.m_Bytes.data(), item.m_Bytes.size(), 0);
     if (!source)
         return false;
-    zip_int64_t index = zip_file_add(archive, path.c_str(), source, ZIP_FL_ENC_UTF_8);
+    zip_int64_t index = ZipLib().zip_file_add(archive, path.c_str(), source, ZIP_FL_ENC_UTF_8);
     if (index < 0) {
-        zip_source_free(source);
+        ZipLib().zip_source_free(source);
         return false;
     }
-    if (zip_set_file_compression(archive, zip_uint64_t(index), compress ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0) != 0)
+    if (ZipLib().zip_set_file_compression(archive, zip_uint64_t(index), compress ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0) != 0)
         return false;
     const char* kind = KindComment(item.m_Kind);
     return SetComment(archive, index, kind ? std::string(kind) : std::string());
@@ -49,7 +49,7 @@ bool AddFolder(zip_t* archive, const std::string& prefix, const FolderNode& fold
             continue;
         }
         path += '/';
-        zip_int64_t index = zip_dir_add(archive, path.c_str(), ZIP_FL_ENC_UTF_8);
+        zip_int64_t index = ZipLib().zip_dir_add(archive, path.c_str(), ZIP_FL_ENC_UTF_8);
         const FolderNode& child = *item.m_Folder;
         if (index < 0 || !SetComment(archive, index, WideToUTF8(child.m_Component.data(), child.m_Component.size())))
             return false;
@@ -62,17 +62,17 @@ bool AddFolder(zip_t* archive, const std::string& prefix, const FolderNode& fold
 // The bytes that the closed archive left in its memory source.
 bool ReadSource(zip_source_t* source, std::vector<unsigned char>* bytes)
 {
-    if (zip_source_open(source) != 0)
+    if (ZipLib().zip_source_open(source) != 0)
         return false;
     bool done = false;
-    if (zip_source_seek(source, 0, SEEK_END) == 0) {
-        zip_int64_t size = zip_source_tell(source);
-        if (size >= 0 && zip_source_seek(source, 0, SEEK_SET) == 0) {
+    if (ZipLib().zip_source_seek(source, 0, SEEK_END) == 0) {
+        zip_int64_t size = ZipLib().zip_source_tell(source);
+        if (size >= 0 && ZipLib().zip_source_seek(source, 0, SEEK_SET) == 0) {
             bytes->resize(size_t(size));
-            done = size == 0 || zip_source_read(source, bytes->data(), zip_uint64_t(size)) == size;
+            done = size == 0 || ZipLib().zip_source_read(source, bytes->data(), zip_uint64_t(size)) == size;
         }
     }
-    zip_source_close(source);
+    ZipLib().zip_source_close(source);
     return done;
 }
 
@@ -88,25 +88,27 @@ int32_t FolderTreeToZip(const FolderNode& root, bool compress, std::vector<unsig
         archive->assign(kEmpty, kEmpty + sizeof(kEmpty));
         return S_OK;
     }
+    if (!ZipLibraryLoaded())
+        return E_FAIL;
     zip_error_t error;
-    zip_error_init(&error);
-    zip_source_t* source = zip_source_buffer_create(nullptr, 0, 0, &error);
-    zip_t* zip = source ? zip_open_from_source(source, ZIP_TRUNCATE, &error) : nullptr;
-    zip_error_fini(&error);
+    ZipLib().zip_error_init(&error);
+    zip_source_t* source = ZipLib().zip_source_buffer_create(nullptr, 0, 0, &error);
+    zip_t* zip = source ? ZipLib().zip_open_from_source(source, ZIP_TRUNCATE, &error) : nullptr;
+    ZipLib().zip_error_fini(&error);
     if (!zip) {
-        zip_source_free(source);
+        ZipLib().zip_source_free(source);
         return E_FAIL;
     }
     // The source outlives the archive, to be read when the archive is closed.
-    zip_source_keep(source);
+    ZipLib().zip_source_keep(source);
     bool written = AddFolder(zip, std::string(), root, compress);
-    if (written && zip_close(zip) == 0) {
+    if (written && ZipLib().zip_close(zip) == 0) {
         written = ReadSource(source, archive);
     } else {
-        zip_discard(zip);
+        ZipLib().zip_discard(zip);
         written = false;
     }
-    zip_source_free(source);
+    ZipLib().zip_source_free(source);
     if (!written)
         archive->clear();
     return written ? S_OK : E_FAIL;
