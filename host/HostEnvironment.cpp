@@ -1,7 +1,10 @@
 #include "host/HostEnvironment.h"
 
+#include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 #include <filesystem>
@@ -41,12 +44,25 @@ std::string HostPath(const std::string& argument)
     return (gUserFolder / path).lexically_normal().string();
 }
 
-void HostUseLargePages(char** argv)
+void HostUseLargePages()
 {
+    // A user's own allocator settings win.
     if (std::getenv("GLIBC_TUNABLES"))
         return;
-    // Set before the restart, so that a second start never restarts again.
-    if (setenv("GLIBC_TUNABLES", "glibc.malloc.hugetlb=1:glibc.malloc.top_pad=67108864", 1) != 0)
+    constexpr size_t kStep = size_t(64) << 20;
+    constexpr size_t kLargePage = size_t(2) << 20;
+    // The heap grows in large steps, and a whole book's text comes from it too rather than
+    // from a mapping of its own.
+    if (mallopt(M_TOP_PAD, int(kStep)) == 0 || mallopt(M_MMAP_THRESHOLD, int(kStep / 2)) == 0)
         return;
-    execv("/proc/self/exe", argv);
+    // One block bigger than what is left on top makes the heap take its first large step
+    // now; once freed, the step stays (the allocator keeps the pad on top).
+    void* probe = std::malloc(size_t(1) << 20);
+    if (!probe)
+        return;
+    auto begin = (reinterpret_cast<uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
+    auto end = reinterpret_cast<uintptr_t>(sbrk(0)) & ~(kLargePage - 1);
+    if (end > begin)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+    std::free(probe);
 }

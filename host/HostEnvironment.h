@@ -9,9 +9,8 @@
 bool HostEnterModuleFolder(std::string* error);
 // A path argument made absolute against the user's own working directory.
 std::string HostPath(const std::string& argument);
-// Restarts the host once with the C library's allocator set for large texts: large
-// pages and a heap that grows in large steps. A whole Bible is tens of thousands of
-// small objects and megabytes of text; page by small page, faulting them in costs
-// more than reading them. Does nothing when the allocator is already configured
-// (GLIBC_TUNABLES set, even empty) or when the restart fails.
-void HostUseLargePages(char** argv);
+// Sets the C library's allocator for large texts: a heap that grows in large steps, on
+// large pages. A whole Bible is tens of thousands of small objects and megabytes of text;
+// page by small page, faulting them in costs more than reading them. Does nothing when the
+// allocator is already configured (GLIBC_TUNABLES set, even empty).
+void HostUseLargePages();

@@ -61,7 +61,7 @@ IUnknown* HostCreateObject(const wchar_t* component, const IID& iid)
 
 int main(int argc, char** argv)
 {
-    HostUseLargePages(argv);
+    HostUseLargePages();
     // Wide character classes follow Unicode, as the application's do.
     std::setlocale(LC_CTYPE, "C.UTF-8");
     if (argc < 2 || IsHelp(argv[1])) {
