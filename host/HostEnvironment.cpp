@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
 #include <filesystem>
@@ -60,9 +61,19 @@ void HostUseLargePages()
     void* probe = std::malloc(size_t(1) << 20);
     if (!probe)
         return;
-    auto begin = (reinterpret_cast<uintptr_t>(probe) + kLargePage - 1) & ~(kLargePage - 1);
-    auto end = reinterpret_cast<uintptr_t>(sbrk(0)) & ~(kLargePage - 1);
-    if (end > begin)
+    auto at = reinterpret_cast<uintptr_t>(probe);
+    auto top = reinterpret_cast<uintptr_t>(sbrk(0));
+    auto begin = (at + kLargePage - 1) & ~(kLargePage - 1);
+    auto end = top & ~(kLargePage - 1);
+    // Only the heap of the C library's allocator: a sanitizer's allocator keeps its own.
+    bool heap = at < top && top - at < 2 * kStep && begin < end;
+    if (heap)
         madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
     std::free(probe);
+    if (getenv("VXDBG")) fprintf(stderr, "at %lx top %lx begin %lx end %lx\n", at, top, begin, end);
+    // The small pages below the first large one are held by a block that is never
+    // touched, so that what the host allocates comes from large pages.
+    static void* volatile below = nullptr;
+    if (heap && begin - at > 64)
+        below = std::malloc(begin - at - 64);
 }
