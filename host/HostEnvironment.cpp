@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 
 #include <filesystem>
@@ -70,7 +69,6 @@ void HostUseLargePages()
     if (heap)
         madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
     std::free(probe);
-    if (getenv("VXDBG")) fprintf(stderr, "at %lx top %lx begin %lx end %lx\n", at, top, begin, end);
     // The small pages below the first large one are held by a block that is never
     // touched, so that what the host allocates comes from large pages.
     static void* volatile below = nullptr;
