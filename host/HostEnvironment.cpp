@@ -57,12 +57,15 @@ void HostUseLargePages()
         return;
     // One block bigger than what is left on top makes the heap take its first large step
     // now; once freed, the step stays (the allocator keeps the pad on top).
-    void* probe = std::malloc(size_t(1) << 20);
+    constexpr size_t kProbe = size_t(1) << 20;
+    void* probe = std::malloc(kProbe);
     if (!probe)
         return;
     auto at = reinterpret_cast<uintptr_t>(probe);
     auto top = reinterpret_cast<uintptr_t>(sbrk(0));
-    auto begin = (at + kLargePage - 1) & ~(kLargePage - 1);
+    // The allocator has written just past the probe already: a large page can't be had
+    // where a small one is, so the large pages start after that.
+    auto begin = (at + kProbe + 64 + kLargePage - 1) & ~(kLargePage - 1);
     auto end = top & ~(kLargePage - 1);
     // Only the heap of the C library's allocator: a sanitizer's allocator keeps its own.
     bool heap = at < top && top - at < 2 * kStep && begin < end;
