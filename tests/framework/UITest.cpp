@@ -115,12 +115,7 @@ TEST_F(UITest, OnlyModeSevenReportsTheSelection)
     }());
     ASSERT_EQ(m_Tree.As<IEventSource>()->Advise(probe, ADVISE_ADD), S_OK);
     m_Tree->Expand(m_Root, 0);
-    struct Case {
-        int row, mode;
-        int32_t result;
-        int selected;
-        const wchar_t* heard;
-    } cases[] = {
+    struct Case { int row, mode; int32_t result; int selected; const wchar_t* heard; } cases[] = {
         {2, 7, S_OK, 2, L"1 2 0 2"},
         {3, 5, S_OK, 3, L""},
         {0, 7, S_OK, 0, L"1 0 0 Genesis"},

@@ -139,11 +139,7 @@ TEST_F(PropInterrogateTest, InquireAndControlByStorage)
     p->m_Short = -2;
     p->m_Int = -7;
     p->m_Double = 1.5;
-    struct Case {
-        int id;
-        int32_t result;
-        int value;
-    };
+    struct Case { int id; int32_t result; int value; };
     const Case cases[] = {
         {P_BYTE, PROPTYPE_BYTE | PROPTYPE_SWITCH, 250},  // zero-extended, and the type word is the result
         {P_SHORT, PROPTYPE_SHORT, -2},                   // sign-extended
@@ -179,11 +175,7 @@ TEST_F(PropInterrogateTest, InquireAndControlByStorage)
 TEST_F(PropInterrogateTest, RangesAndEnumerations)
 {
     auto [face, p] = Make();
-    struct Case {
-        int id;
-        int32_t result;
-        int low, high;
-    };
+    struct Case { int id; int32_t result; int low, high; };
     const Case cases[] = {
         {P_BYTE, S_OK, 0, 1},              // a switch
         {P_SHORT, S_OK, 0, 0},
