@@ -21,11 +21,8 @@ class PictureFileTest : public ModuleTest {};
 
 TEST_F(PictureFileTest, EachColourTypeGivesRGBAPixels)
 {
-    struct Case {
-        const char* file;
-        int x, y;
-        uint32_t pixel; // 0xAABBGGRR
-    };
+    // pixel: 0xAABBGGRR
+    struct Case { const char* file; int x, y; uint32_t pixel; };
     const Case cases[] = {
         {"VXSong.png", 11, 23, 0xFFA04020u},      // RGBA: the note's head
         {"VXSong.png", 0, 0, 0x00000000u},        // RGBA: transparent ground

@@ -60,10 +60,7 @@ TEST_F(RegistryTest, FilesThatHoldNoRegistryReadAsEmpty)
 TEST_F(RegistryTest, StringIsCutToTheCallersBuffer)
 {
     // The buffer is followed by places the registry must never write.
-    const struct {
-        size_t m_Length;
-        size_t m_Copied;
-    } cases[] = {{5, 5}, {kRoom - 1, kRoom - 1}, {kRoom, kRoom - 1}, {400, kRoom - 1}};
+    const struct { size_t m_Length; size_t m_Copied; } cases[] = {{5, 5}, {kRoom - 1, kRoom - 1}, {kRoom, kRoom - 1}, {400, kRoom - 1}};
     for (const auto& c : cases) {
         auto registry = Open("[UI]\nLong=" + std::string(c.m_Length, 'x') + "\n");
         wchar_t buffer[kRoom + 8];

@@ -46,11 +46,7 @@ protected:
 TEST_F(StringCollectionTest, CutsAtTheSeparator)
 {
     using L = std::vector<std::wstring>;
-    struct Case {
-        std::string bytes;
-        int separator;
-        L lines;
-    };
+    struct Case { std::string bytes; int separator; L lines; };
     const Case cases[] = {
         {"one\r\ntwo\r\n\r\nfour", 13, {L"one", L"two", L"", L"four"}},
         {"one\rtwo\r", 13, {L"one", L"two"}},
@@ -77,11 +73,7 @@ TEST_F(StringCollectionTest, RoundTripsCRLinesInUTF8AndUTF16)
     std::wstring joined;
     for (const auto& line : expected)
         joined += line + L"\r\n";
-    struct Case {
-        std::string bytes;
-        int encoding;
-        std::string saved;
-    };
+    struct Case { std::string bytes; int encoding; std::string saved; };
     const Case cases[] = {
         {std::string("Genesis\r\n1\r\n\r\n1. Im Anfang \xC3\xBC" "ber \xE2\x82\xAC\r\n"), 8,
          "Genesis\r\n1\r\n\r\n1. Im Anfang \xC3\xBC" "ber \xE2\x82\xAC\r\n"},
@@ -159,11 +151,7 @@ TEST_F(StringCollectionTest, ReadLinesChangeAloneAndOutliveTheirCollection)
     EXPECT_EQ(length, 0);
     EXPECT_EQ(buffer[0], L'\0');
 
-    struct Change {
-        int m_Line;
-        bool m_Append;
-        const wchar_t* m_Text;
-    };
+    struct Change { int m_Line; bool m_Append; const wchar_t* m_Text; };
     const Change changes[] = {{0, true, L"+"}, {2, false, L"G"}, {1, true, L"beta"}, {0, true, L"!"}};
     for (const Change& c : changes) {
         if (c.m_Append)

@@ -77,28 +77,23 @@ TEST_F(XMLFileTest, EntriesAreTheChildrenOfTheTopElement)
     }
 }
 
-TEST_F(XMLFileTest, StreamReadsTheSameText)
+TEST_F(XMLFileTest, StreamReadsTheSameTextAndAMissingFileNothing)
 {
     auto file = Load("<?xml version=\"1.0\"?><Bible><Title>KJV</Title></Bible>");
     SmartPtr<IXMLStream> stream;
     ASSERT_EQ(file.As<IXMLFile>()->get_Stream(stream.Receive()), S_OK);
     EXPECT_TRUE(SameObject(stream, file.As<IXMLStream>()));
-    SmartPtr<IUnknown> bible;
+    SmartPtr<IUnknown> bible, title;
     tagREFString value{0, nullptr};
     ASSERT_EQ(stream->GetAttribute(REFLiteral(L"Bible"), &value, bible.Receive(), 1), S_OK);
-    SmartPtr<IUnknown> title;
     ASSERT_EQ(bible.As<IXMLStream>()->GetAttribute(REFLiteral(L"Title"), &value, title.Receive(), 1), S_OK);
     EXPECT_EQ(Text(title), L"KJV");
-}
 
-TEST_F(XMLFileTest, MissingFileLeavesNothingRead)
-{
-    auto file = Create<IFileArchive>(L"XMLFile");
-    file->put_Filename(Str((m_Folder / "none.xml").wstring()));
-    EXPECT_LT(file->Load(), 0);
-    EXPECT_FALSE(file.As<IParameters>());
-    SmartPtr<IXMLStream> stream;
-    EXPECT_LT(file.As<IXMLFile>()->get_Stream(stream.Receive()), 0);
+    auto missing = Create<IFileArchive>(L"XMLFile");
+    missing->put_Filename(Str((m_Folder / "none.xml").wstring()));
+    EXPECT_LT(missing->Load(), 0);
+    EXPECT_FALSE(missing.As<IParameters>());
+    EXPECT_LT(missing.As<IXMLFile>()->get_Stream(stream.Receive()), 0);
 }
 
 // A book loaded from the parameters of one Book entry.

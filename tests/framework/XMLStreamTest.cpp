@@ -1,22 +1,15 @@
 // The XML stream as the module drives it: values written and read back, the
-// forgiving reader on hand-made and HTML text, and the shapes in which a
-// collection, a file and a render style go through it.
+// forgiving reader on hand-made and HTML text, and objects made by element name.
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "runtime/Object.h"
-#include "runtime/ObjectInfo.h"
 #include "support/Streams.h"
 #include "support/Values.h"
 
 namespace {
 
-using vxtest::Create;
-using vxtest::Str;
-using vxtest::Text;
-using vxtest::Author;
-using vxtest::WideBuffer;
+using namespace vxtest;
 
 std::wstring View(tagREFString view)
 {
@@ -26,20 +19,14 @@ std::wstring View(tagREFString view)
 SmartPtr<IXMLStream> Reader(const std::wstring& text)
 {
     auto stream = Create<IXMLStream>(L"XMLStream");
-    EXPECT_TRUE(stream);
-    if (stream) {
-        EXPECT_EQ(stream->SetBuffer(const_cast<wchar_t*>(text.data()), int(text.size() * 4), 0), S_OK);
-    }
+    EXPECT_EQ(stream->SetBuffer(const_cast<wchar_t*>(text.data()), int(text.size() * 4), 0), S_OK);
     return stream;
 }
 
 SmartPtr<IXMLStream> Writer()
 {
     auto stream = Create<IXMLStream>(L"XMLStreamEx");
-    EXPECT_TRUE(stream);
-    if (stream) {
-        EXPECT_EQ(stream->SetBuffer(nullptr, 0, 0), S_OK);
-    }
+    EXPECT_EQ(stream->SetBuffer(nullptr, 0, 0), S_OK);
     return stream;
 }
 
@@ -49,7 +36,7 @@ std::wstring Fetch(IXMLStream* stream, const std::wstring& name, SmartPtr<IXMLSt
     tagREFString value{0, nullptr};
     SmartPtr<IUnknown> found;
     EXPECT_EQ(stream->GetAttribute(CREFString(name.data(), int32_t(name.size())), &value, found.Receive(), 1), S_OK)
-        << vxtest::Narrow(name);
+        << Narrow(name);
     EXPECT_EQ(View(value), Text(found)) << "the view and the value object agree";
     if (element)
         *element = found.As<IXMLStream>();
@@ -68,43 +55,6 @@ std::vector<std::wstring> Walk(IXMLStream* stream)
     return names;
 }
 
-// A persistent object of the test: named values, saved one PutAttribute each and
-// read back by NextAttribute and GetAttribute, as a render style does.
-class CProbe : public CObject<CProbe>, public IObjectInfoImpl<CProbe>, public IDataPersist {
-public:
-    static constexpr wchar_t kObjectName[] = L"Probe";
-    using Interfaces = QiList<Entry<IObjectInfo>, Entry<IDataPersist>>;
-
-    static SmartPtr<IDataPersist> Make()
-    {
-        SmartPtr<IDataPersist> made;
-        _CreateInstance(nullptr, const_cast<IID*>(&IID_IDataPersist), made.ReceiveVoid());
-        return made;
-    }
-    static CProbe* Of(IDataPersist* persist) { return static_cast<CProbe*>(persist); }
-
-    int32_t Save(IDataStream* stream, int) override
-    {
-        auto xml = QueryAs<IXMLStream>(stream);
-        for (auto& [name, value] : m_Values)
-            xml->PutAttribute(Str(name), 0, Str(value), 0);
-        return S_OK;
-    }
-    int32_t Load(IDataStream* stream, int) override
-    {
-        auto xml = QueryAs<IXMLStream>(stream);
-        tagREFString name{0, nullptr};
-        while (m_Values.size() < 100 && xml->NextAttribute(&name) >= 0) {
-            SmartPtr<IUnknown> value;
-            xml->GetAttribute(name, nullptr, value.Receive(), 1);
-            m_Values.emplace_back(View(name), Text(value));
-        }
-        return S_OK;
-    }
-
-    std::vector<std::pair<std::wstring, std::wstring>> m_Values;
-};
-
 // What an XML file can hold as it stands.
 bool Carriable(wchar_t c)
 {
@@ -114,7 +64,7 @@ bool Carriable(wchar_t c)
            c <= 0x10FFFF;
 }
 
-class XMLStreamTest : public vxtest::ModuleTest {};
+class XMLStreamTest : public ModuleTest {};
 
 TEST_F(XMLStreamTest, AwkwardValuesComeBackAsTheyWere)
 {
@@ -142,7 +92,7 @@ TEST_F(XMLStreamTest, AwkwardValuesComeBackAsTheyWere)
         auto reader = Reader(text);
         SmartPtr<IXMLStream> root;
         Fetch(reader, L"Root", &root);
-        EXPECT_EQ(Fetch(root, L"V"), value) << vxtest::Narrow(value);
+        EXPECT_EQ(Fetch(root, L"V"), value) << Narrow(value);
     }
 }
 
@@ -167,7 +117,7 @@ TEST_F(XMLStreamTest, ReferencesAndSectionsAreUndoneOnReading)
         {L"a < b", L"a < b"},
     };
     for (const auto& [raw, expected] : cases)
-        EXPECT_EQ(Fetch(Reader(L"<V>" + raw + L"</V>"), L"V"), expected) << vxtest::Narrow(raw);
+        EXPECT_EQ(Fetch(Reader(L"<V>" + raw + L"</V>"), L"V"), expected) << Narrow(raw);
 }
 
 TEST_F(XMLStreamTest, EntriesKeepTheirOrderWithInstructionsAtTheTop)
@@ -203,7 +153,7 @@ TEST_F(XMLStreamTest, UnclosedTagsAreEmptyAndTheReaderGoesOn)
         {L"<?xml no end", {L"?xml"}},
     };
     for (const auto& [text, top] : cases)
-        EXPECT_EQ(Walk(Reader(text)), top) << vxtest::Narrow(text);
+        EXPECT_EQ(Walk(Reader(text)), top) << Narrow(text);
 
     auto reader = Reader(cases[0].first);
     SmartPtr<IXMLStream> body;
@@ -243,53 +193,6 @@ TEST_F(XMLStreamTest, AMissingNameIsNegativeAndLeavesTheOutputs)
     EXPECT_LT(Writer()->NextAttribute(&name), 0) << "a stream being written has nothing to read";
     EXPECT_LT(Reader(L"just text")->NextAttribute(&name), 0);
     EXPECT_LT(Writer()->CloseElement(), 0) << "nothing open";
-}
-
-// Part of a file archive's save: the declaration, the style sheet, the object's element.
-std::wstring SaveFile(IDataPersist* object, bool declaration, bool stylesheet)
-{
-    auto writer = Writer();
-    std::wstring head = std::wstring(declaration ? L"<?xml version=\"1.0\"?>\r\n" : L"") +
-                        (stylesheet ? L"<?xml-stylesheet href=\"generic.xsl\" type=\"text/xsl\"?>\r\n" : L"");
-    writer->Write(head.data(), int(head.size() * 4), 0);
-    EXPECT_EQ(writer->OpenObject(object, 0, 0), S_OK);
-    object->Save(writer.As<IDataStream>(), 0);
-    EXPECT_EQ(writer->CloseElement(), S_OK);
-    return WideBuffer(writer);
-}
-
-// And its load: twice an instruction skipped where there is one, then the root.
-void LoadFile(const std::wstring& text, IDataPersist* object)
-{
-    auto reader = Reader(text);
-    for (int i = 0; i < 2; ++i) {
-        tagREFString name{0, nullptr};
-        if (reader->NextAttribute(&name) >= 0 && CREFString(name).At(0) == L'?')
-            reader->Skip(name.m_Length * 4, 1, 0);
-    }
-    tagREFString root{0, nullptr};
-    ASSERT_EQ(reader->NextAttribute(&root), S_OK);
-    EXPECT_EQ(View(root), L"Probe");
-    SmartPtr<IXMLStream> element;
-    Fetch(reader, View(root), &element);
-    object->Load(element.As<IDataStream>(), 0);
-}
-
-TEST_F(XMLStreamTest, AFileArchiveSavesAndLoadsWithOrWithoutItsInstructions)
-{
-    const std::vector<std::pair<std::wstring, std::wstring>> values = {
-        {L"Color", L"#FFFF00"}, {L"Height", L"12"},     {L"FontFace", L"Courier New"},
-        {L"Angle", L"12.5"},    {L"Text", L"a < b\r\n"}, {L"Height", L"duplicate"},
-    };
-    const bool heads[][2] = {{true, true}, {true, false}, {false, false}};
-    for (const auto& head : heads) {
-        auto saved = CProbe::Make();
-        CProbe::Of(saved)->m_Values = values;
-        std::wstring text = SaveFile(saved, head[0], head[1]);
-        auto loaded = CProbe::Make();
-        LoadFile(text, loaded);
-        EXPECT_EQ(CProbe::Of(loaded)->m_Values, values) << vxtest::Narrow(text);
-    }
 }
 
 TEST_F(XMLStreamTest, ObjectsOfUnknownClassesAreRefusedAndPassedOver)

@@ -10,7 +10,7 @@ using namespace vxtest;
 
 namespace {
 
-class NamedCollectionStreamTest : public vxtest::ModuleTest {};
+class NamedCollectionStreamTest : public ModuleTest {};
 
 // One line per record: name, flags, the item's author, the attached one's author.
 std::vector<std::wstring> Describe(ISuperCollection* collection)
@@ -39,15 +39,13 @@ Probe<IUnknown> Filled()
     return c;
 }
 
-// Saves the collection in the XML form to a file and gives back the file's text.
-std::wstring SaveXMLFile(const Probe<IUnknown>& c, const vxtest::TempFolder& folder)
+// The collection's text in the XML form.
+std::wstring SaveXML(const Probe<IUnknown>& c)
 {
-    auto stream = vxtest::Create<IDataStream>(L"XMLStream");
+    auto stream = Create<IDataStream>(L"XMLStream");
     stream->SetBuffer(nullptr, 0, 0);
     EXPECT_EQ(c.self->Save(stream, 0), S_OK);
-    vxtest::WriteBytes(folder / "items.xml", Buffer(stream));
-    std::string bytes = vxtest::ReadBytes(folder / "items.xml");
-    return std::wstring(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
+    return WideBuffer(stream);
 }
 
 int Occurrences(const std::wstring& text, const std::wstring& part)
@@ -60,17 +58,15 @@ int Occurrences(const std::wstring& text, const std::wstring& part)
 
 TEST_F(NamedCollectionStreamTest, XMLFormNamesElementsAndWritesOnlyFlagsThatAreSet)
 {
-    vxtest::TempFolder folder;
-    std::wstring text = SaveXMLFile(Filled(), folder);
+    std::wstring text = SaveXML(Filled());
     for (const wchar_t* part : {L"<First>", L"<Item2>", L"<Third>", L"<Flags>", L"<Flags>5</Flags>", L"<AttachedItem>"})
-        EXPECT_EQ(Occurrences(text, part), 1) << vxtest::Narrow(part);
+        EXPECT_EQ(Occurrences(text, part), 1) << Narrow(part);
     EXPECT_LT(text.find(L"<Item2>"), text.find(L"<Third>"));
 }
 
 TEST_F(NamedCollectionStreamTest, XMLLoadFlagsDecideWhatIsAddedOrUpdated)
 {
-    vxtest::TempFolder folder;
-    std::wstring text = SaveXMLFile(Filled(), folder);
+    std::wstring text = SaveXML(Filled());
     // sameFirst: First is still the object that was there.
     const struct { const char* what; int flags; std::vector<std::wstring> result; bool sameFirst; } cases[] = {
         // An item followed by its attached object is added twice: once without it.
@@ -94,8 +90,8 @@ TEST_F(NamedCollectionStreamTest, XMLLoadFlagsDecideWhatIsAddedOrUpdated)
 
 TEST_F(NamedCollectionStreamTest, FolderFormKeepsOrderFlagsAndAttachedObjects)
 {
-    vxtest::TempFolder folder;
-    auto saved = vxtest::Create<IDataStream>(L"FolderStream");
+    TempFolder folder;
+    auto saved = Create<IDataStream>(L"FolderStream");
     EXPECT_EQ(Filled().self->Save(saved, 0), S_OK);
     auto stream = ThroughFile(saved, folder / "items.zip");
     // The folder form starts afresh whatever the flags.

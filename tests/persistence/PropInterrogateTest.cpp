@@ -4,6 +4,7 @@
 
 #include "persistence/PropInterrogate.h"
 #include "runtime/ObjectInfo.h"
+#include "support/Collections.h"
 #include "support/Streams.h"
 #include "support/Values.h"
 
@@ -85,17 +86,13 @@ protected:
     static std::wstring Choices(IUnknown* enumeration)
     {
         auto list = QueryAs<INamedCollection>(enumeration);
+        std::vector<std::wstring> names = ItemNames(enumeration);
         std::wstring all;
-        int count = 0;
-        if (list)
-            list->get_Count(&count);
-        for (int i = 0; i < count; ++i) {
-            SmartPtr<IString> name;
+        for (int i = 0; i < int(names.size()); ++i) {
             SmartPtr<IUnknown> item;
-            list->get_ItemName(i, name.Receive());
             list->get_Item(i, item.Receive());
             auto value = QueryAs<IVariant>(item.get());
-            all += (i ? L" " : L"") + Text(name) + L"=" + std::to_wstring(value ? value->get_Integer() : -1);
+            all += (i ? L" " : L"") + names[i] + L"=" + std::to_wstring(value ? value->get_Integer() : -1);
         }
         return all;
     }
@@ -139,11 +136,7 @@ TEST_F(PropInterrogateTest, InquireAndControlByStorage)
     p->m_Short = -2;
     p->m_Int = -7;
     p->m_Double = 1.5;
-    struct Case {
-        int id;
-        int32_t result;
-        int value;
-    };
+    struct Case { int id; int32_t result; int value; };
     const Case cases[] = {
         {P_BYTE, PROPTYPE_BYTE | PROPTYPE_SWITCH, 250},  // zero-extended, and the type word is the result
         {P_SHORT, PROPTYPE_SHORT, -2},                   // sign-extended
@@ -179,11 +172,7 @@ TEST_F(PropInterrogateTest, InquireAndControlByStorage)
 TEST_F(PropInterrogateTest, RangesAndEnumerations)
 {
     auto [face, p] = Make();
-    struct Case {
-        int id;
-        int32_t result;
-        int low, high;
-    };
+    struct Case { int id; int32_t result; int low, high; };
     const Case cases[] = {
         {P_BYTE, S_OK, 0, 1},              // a switch
         {P_SHORT, S_OK, 0, 0},
