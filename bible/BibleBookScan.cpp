@@ -26,6 +26,19 @@ SmartPtr<IVXTextReference> NewReference(IVXBook* book, const CREFString& line, i
     return reference;
 }
 
+void AddVerse(IVXBook* book, CVXBibleChapter* chapter, CREFString line, int chapterNumber)
+{
+    int verseNumber = _IS2Integer(line, 10);
+    auto reference = NewReference(book, line, chapterNumber - 1, verseNumber - 1, 1, CVXBibleBook::kVerseHolds);
+    if (!reference)
+        return;
+    // The line's length ends a range of verses that stops at this one.
+    auto length = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
+    if (length)
+        length->put_Integer(line.m_Length);
+    chapter->Add(reference.As<IString>(), reference, length, 0);
+}
+
 } // namespace
 
 CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
@@ -40,17 +53,29 @@ CVXBibleChapter* CVXBibleBook::AddChapter(CREFString line, int32_t length)
     return static_cast<CVXBibleChapter*>(static_cast<CVXBibleChapter::Collection*>(chapter.get()));
 }
 
-void CVXBibleBook::AddVerse(CVXBibleChapter* chapter, CREFString line, int chapterNumber)
+void CVXBibleChapter::SetPendingVerses(const wchar_t* begin, const wchar_t* end, int chapterNumber)
 {
-    int verseNumber = _IS2Integer(line, 10);
-    auto reference = NewReference(this, line, chapterNumber - 1, verseNumber - 1, 1, CVXBibleBook::kVerseHolds);
-    if (!reference)
-        return;
-    // The line's length ends a range of verses that stops at this one.
-    auto length = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
-    if (length)
-        length->put_Integer(line.m_Length);
-    chapter->Add(reference.As<IString>(), reference, length, 0);
+    m_PendingBegin = begin;
+    m_PendingEnd = end;
+    m_PendingChapter = chapterNumber;
+}
+
+// The lines of the stretch that begin with a digit, each a verse, in their order.
+void CVXBibleChapter::CutPendingVerses()
+{
+    Lock();
+    if (m_PendingBegin && m_Book.m_Owner) {
+        CREFString rest(m_PendingBegin, int32_t(m_PendingEnd - m_PendingBegin));
+        // Cleared first: adding a verse comes back through these roads.
+        m_PendingBegin = m_PendingEnd = nullptr;
+        CREFString line;
+        while (TextNextLine(rest, &line)) {
+            TextTrimLeft(line);
+            if (!line.IsEmpty() && std::iswdigit(wint_t(line.m_Buffer[0])))
+                AddVerse(m_Book.m_Owner, this, line, m_PendingChapter);
+        }
+    }
+    Unlock();
 }
 
 // A book of one chapter keeps its verses in its own collection, without their lengths.
@@ -83,29 +108,35 @@ void CVXBibleBook::SetBufferPtrs()
     CREFString rest(m_Text, m_TextLength);
     TextTrimLeft(rest);
     CVXBibleChapter* open = nullptr;
+    const wchar_t* verses = nullptr;
     int chapterNumber = 0;
     CREFString line;
     while (TextNextLine(rest, &line)) {
         TextTrimLeft(line);
-        if (line.IsEmpty())
+        if (line.IsEmpty() || !IsHeading(name, line))
             continue;
-        if (IsHeading(name, line)) {
-            int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
-            CREFString number(line.m_Buffer + n, line.m_Length - n);
-            TextTrimLeft(number);
-            chapterNumber = _IS2Integer(number, 10);
-            if (open)
-                open->m_TextLength = int32_t(line.m_Buffer - open->m_Text);
-            // Up to the end of the text less one: the last chapter keeps that length.
-            int32_t length = int32_t(m_Text + m_TextLength - 1 - line.m_Buffer);
-            if (CVXBibleChapter* chapter = AddChapter(line, length))
-                open = chapter;
-            continue;
+        int32_t n = name.m_Length < line.m_Length ? name.m_Length : line.m_Length;
+        CREFString number(line.m_Buffer + n, line.m_Length - n);
+        TextTrimLeft(number);
+        if (open) {
+            open->m_TextLength = int32_t(line.m_Buffer - open->m_Text);
+            open->SetPendingVerses(verses, line.m_Buffer, chapterNumber);
         }
-        if (!std::iswdigit(wint_t(line.m_Buffer[0])) || !open)
-            continue;
-        AddVerse(open, line, chapterNumber);
+        chapterNumber = _IS2Integer(number, 10);
+        // Up to the end of the text less one: the last chapter keeps that length.
+        int32_t length = int32_t(m_Text + m_TextLength - 1 - line.m_Buffer);
+        if (CVXBibleChapter* chapter = AddChapter(line, length)) {
+            open = chapter;
+        } else if (open) {
+            // A chapter that couldn't be made leaves its verses to the one before, after
+            // that one's own.
+            open->CutPendingVerses();
+        }
+        // The open chapter's verses are the lines after the heading, up to the next one.
+        verses = rest.m_Buffer;
     }
+    if (open)
+        open->SetPendingVerses(verses, m_Text + m_TextLength, chapterNumber);
     m_HasChapters = 1;
     int count = 0;
     get_Count(&count);

@@ -80,7 +80,6 @@ private:
     // Text that an earlier read left behind: references handed out may still view it.
     void RetireText();
     CVXBibleChapter* AddChapter(CREFString line, int32_t length);
-    void AddVerse(CVXBibleChapter* chapter, CREFString line, int chapterNumber);
     void MakeFlat();
     // The verse list that get_Verse walks: the chapter at a position, or the book itself.
     SmartPtr<ISuperCollection> VerseList(int chapter);
