@@ -27,9 +27,13 @@ bool LeadsToFile(const std::wstring& path)
 {
     char name[kFileNameBytes];
     FileNameToUTF8(CREFString(path.data(), int32_t(path.size())), name);
-    // Asked of every book a translation lists, so without opening anything.
+    // Asked of every book a translation lists, so without opening anything, and with one
+    // call where the file's mode already lets everybody read it.
     struct stat status;
-    return ::stat(name, &status) == 0 && !S_ISDIR(status.st_mode) && ::access(name, R_OK) == 0;
+    if (::stat(name, &status) != 0 || S_ISDIR(status.st_mode))
+        return false;
+    constexpr mode_t kReadableByAll = S_IRUSR | S_IRGRP | S_IROTH;
+    return (status.st_mode & kReadableByAll) == kReadableByAll || ::access(name, R_OK) == 0;
 }
 
 bool IsNamed(tagREFString text, const wchar_t* name)
