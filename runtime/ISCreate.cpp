@@ -1,6 +1,7 @@
 // Values made into framework strings. Every form yields a new string with one
 // reference for the caller.
 #include <cmath>
+#include <cstdint>
 #include <cwchar>
 #include <vector>
 
@@ -14,6 +15,16 @@ namespace {
 // and the terminator, with some to spare.
 constexpr size_t kDoubleDigits = 330;
 
+// The fraction of a number that isn't negative, as the math library's modf gives it:
+// a module shouldn't load that library at every start for this one call.
+double FractionOf(double x)
+{
+    // From 2^52 up every double is whole; NaN stays NaN.
+    if (!(x < 4503599627370496.0))
+        return x != x ? x : 0.0;
+    return x - double(static_cast<int64_t>(x));
+}
+
 // As many decimals as the value needs, nine at most: a fraction this close to 0
 // or to 1 is taken as the end of the number.
 int DecimalsNeeded(double value)
@@ -21,8 +32,7 @@ int DecimalsNeeded(double value)
     double factor = 1.0;
     int count = 0;
     while (count < 9) {
-        double whole = 0.0;
-        double fraction = std::modf(std::fabs(value) * factor, &whole);
+        double fraction = FractionOf(std::fabs(value) * factor);
         if (fraction < 1e-8 || fraction > 0.9999999)
             break;
         ++count;

@@ -6,6 +6,7 @@
 
 #include "framework/CollectionsEx/FolderStreamFolder.h"
 #include "framework/CollectionsEx/FolderZipRead.h"
+#include "framework/CollectionsEx/RealText.h"
 #include "framework/CollectionsEx/WideUTF8.h"
 #include "runtime/Module.h"
 #include "runtime/ValueConversion.h"
@@ -32,20 +33,27 @@ std::wstring TextOf(const FolderItem& item) { return UTF8ToWide(item.m_Bytes.dat
 
 IString* StringOf(const std::wstring& text) { return ISCreate(CREFString(text.data(), int32_t(text.size()))); }
 
-template <class Number> std::string Digits(Number value)
+std::string Digits(int value)
 {
-    char digits[64];
+    char digits[16];
     auto end = std::to_chars(digits, digits + sizeof(digits), value).ptr;
     return std::string(digits, end);
 }
 
+std::string Digits(double value) { return RealToText(value); }
+
 // A stored number read back; false if the text isn't one whole number of its kind.
-template <class Number> bool ParseNumber(const FolderItem& item, Number* value)
+bool ParseNumber(const FolderItem& item, int* value)
 {
     const char* begin = reinterpret_cast<const char*>(item.m_Bytes.data());
     const char* end = begin + item.m_Bytes.size();
     auto parsed = std::from_chars(begin, end, *value);
     return begin != end && parsed.ec == std::errc() && parsed.ptr == end;
+}
+
+bool ParseNumber(const FolderItem& item, double* value)
+{
+    return RealFromText(reinterpret_cast<const char*>(item.m_Bytes.data()), item.m_Bytes.size(), value);
 }
 
 } // namespace

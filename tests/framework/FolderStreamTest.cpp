@@ -2,7 +2,11 @@
 // a real archive, loaded by a new stream and read back by name and by position.
 #include <sys/resource.h>
 
+#include <charconv>
+#include <cmath>
 #include <csignal>
+#include <cstdint>
+#include <cstdlib>
 #include <ctime>
 #include <cstring>
 #include <functional>
@@ -313,4 +317,37 @@ TEST_F(FolderStreamTest, FileInfoNamesTheUserAndStampsTheSave)
     info->get_Time(&time);
     EXPECT_GE(time, before);
     EXPECT_LE(time, int64_t(std::time(nullptr)));
+}
+
+// A real is stored as the C++ library's shortest text for it would be, and reads back
+// as the same double; the stream converts it without that library's help.
+TEST_F(FolderStreamTest, RealsStoreAsTheirShortestTextAndReadBackExactly)
+{
+    std::vector<double> values = {0.0, -0.0, 1.0, -2.5, 0.1, 100.0, 1e21, 1e22, 123456789.0, 1234567890123456789.0,
+                                  0.0001, 0.00001, 1.5e-7, 5e-324, 2.2250738585072014e-308, 1.7976931348623157e308,
+                                  1.0 / 3.0, 9007199254740993.0, 4.35, 1e-10, 12345.678};
+    std::srand(7);
+    for (int i = 0; i < 3000; ++i) {
+        uint64_t bits = (uint64_t(std::rand()) << 42) ^ (uint64_t(std::rand()) << 21) ^ uint64_t(std::rand());
+        double value;
+        std::memcpy(&value, &bits, sizeof(value));
+        if (std::isfinite(value))
+            values.push_back(value);
+    }
+    values.push_back(INFINITY);
+    values.push_back(-INFINITY);
+    auto root = Create<IFolderStream>(L"FolderStream");
+    for (double value : values) {
+        char expected[64];
+        auto end = std::to_chars(expected, expected + sizeof(expected), value).ptr;
+        ASSERT_GE(root->WriteString(Str(L"Real"), Variant(value)), 0);
+        ASSERT_EQ(Narrow(ReadText(root, L"Real")), std::string(expected, end));
+        auto back = Variant(0);
+        root->ReadString(Str(L"Real"), back);
+        // A value beyond a double's normal range is not read back as one (it stays text).
+        if (std::fpclassify(value) == FP_SUBNORMAL)
+            continue;
+        ASSERT_EQ(back->get_Type(), VARIANT_DOUBLE) << expected;
+        EXPECT_EQ(back->get_Double(), value) << expected;
+    }
 }
