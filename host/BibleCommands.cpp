@@ -2,7 +2,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <regex>
 
 #include "host/Host.h"
@@ -136,14 +136,14 @@ int BibleIndex(const Arguments& arguments)
     book->Header(name.Receive(), -1, -1, 0, nullptr);
     int chapters = 0;
     book->get_ChapterCount(&chapters);
-    std::cout << "book: " << ToUtf8(name.get()) << "\nchapters: " << chapters << '\n';
+    HostOut() << "book: " << ToUtf8(name.get()) << "\nchapters: " << chapters << '\n';
     int total = 0;
     for (int chapter = 0; chapter < chapters; ++chapter) {
         int verses = CountOf(book, chapter);
         total += verses;
-        std::cout << "chapter " << chapter + 1 << ": " << verses << " verses\n";
+        HostOut() << "chapter " << chapter + 1 << ": " << verses << " verses\n";
     }
-    std::cout << "verses: " << total << '\n';
+    HostOut() << "verses: " << total << '\n';
     return 0;
 }
 
@@ -176,13 +176,13 @@ int BibleVerses(const Arguments& arguments)
     int to = first < 0 ? verses - 1 : last;
     SmartPtr<IString> header;
     book->Header(header.Receive(), chapter, first, first < 0 ? 1 : last - first + 1, nullptr);
-    std::cout << Line(header) << '\n';
+    HostOut() << Line(header) << '\n';
     for (int verse = from; verse <= to; ++verse) {
         SmartPtr<IString> text;
         if (book->get_Verse(chapter, verse, 1, text.Receive()) < 0)
             return HostFail(file + ": verse " + std::to_string(chapter + 1) + ":" + std::to_string(verse + 1) +
                             " cannot be read");
-        std::cout << Line(text) << '\n';
+        HostOut() << Line(text) << '\n';
     }
     return 0;
 }

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <iterator>
 #include <system_error>
 
@@ -27,7 +27,7 @@ constexpr size_t kLongestFolder = 180;
 
 int BadCommandLine(const std::string& message)
 {
-    std::cerr << "vxhost: " << message << "; see vxhost bible convert --help\n";
+    HostErr() << "vxhost: " << message << "; see vxhost bible convert --help\n";
     return 2;
 }
 
@@ -296,7 +296,8 @@ int BibleConvert(const Arguments& arguments)
     fs::create_directory(work, error);
 
     if (isatty(2))
-        std::cerr << "converting " << options.m_Input << " ..." << std::flush;
+        HostErr() << "converting " << options.m_Input << " ...";
+        HostErr().Flush();
     std::string input = CopyWithCRLF(bytes, work);
     bytes.clear();
     bytes.shrink_to_fit();
@@ -308,18 +309,18 @@ int BibleConvert(const Arguments& arguments)
     if (complaint.empty())
         complaint = PutInPlace(staging, target);
     if (isatty(2))
-        std::cerr << (complaint.empty() ? " done\n" : " failed\n");
+        HostErr() << (complaint.empty() ? " done\n" : " failed\n");
     if (!complaint.empty()) {
         fs::remove_all(staging, error);
         return HostFail(complaint);
     }
     for (const std::string& book : result.m_Books) {
         if (int stray = StrayVerses(target / (book + ".bbl"), book))
-            std::cerr << "vxhost: warning: " << book << ": " << stray << " verse lines before its first chapter\n";
+            HostErr() << "vxhost: warning: " << book << ": " << stray << " verse lines before its first chapter\n";
     }
-    std::cout << "folder: " << target.string() << '\n' << "books: " << result.m_Books.size() << '\n';
+    HostOut() << "folder: " << target.string() << '\n' << "books: " << result.m_Books.size() << '\n';
     for (size_t i = 0; i < result.m_Books.size(); ++i)
-        std::cout << "book " << (i + 1) << ": " << result.m_Books[i] << '\n';
+        HostOut() << "book " << (i + 1) << ": " << result.m_Books[i] << '\n';
     return 0;
 }
 

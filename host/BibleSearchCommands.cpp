@@ -2,7 +2,7 @@
 // the way the program's search box gives them, with a tree to show the result in.
 #include <unistd.h>
 
-#include <iostream>
+#include "host/HostPrint.h"
 
 #include "host/Host.h"
 #include "host/HostBible.h"
@@ -30,7 +30,7 @@ void PrintLines(const std::string& text)
         while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
             line.pop_back();
         if (!line.empty())
-            std::cout << line << '\n';
+            HostOut() << line << '\n';
         start = end + 1;
     }
 }
@@ -38,12 +38,12 @@ void PrintLines(const std::string& text)
 int BibleShow(const Arguments& arguments)
 {
     if (arguments.size() < 2) {
-        std::cerr << "vxhost: bible show takes a Bible and one or more references; see vxhost bible --help\n";
+        HostErr() << "vxhost: bible show takes a Bible and one or more references; see vxhost bible --help\n";
         return 2;
     }
     for (size_t i = 1; i < arguments.size(); ++i)
         if (arguments[i].rfind("--", 0) == 0) {
-            std::cerr << "vxhost: unexpected argument \"" << arguments[i] << "\"\n";
+            HostErr() << "vxhost: unexpected argument \"" << arguments[i] << "\"\n";
             return 2;
         }
     ShownBible bible(HostPath(arguments[0]));
@@ -102,7 +102,7 @@ int BibleSearch(const Arguments& arguments)
         if (argument == "--within" && i + 1 < arguments.size() && !arguments[i + 1].empty()) {
             within.push_back(arguments[++i]);
         } else if (argument.rfind("--", 0) == 0 || !phrase.empty()) {
-            std::cerr << "vxhost: unexpected argument \"" << argument << "\"\n";
+            HostErr() << "vxhost: unexpected argument \"" << argument << "\"\n";
             return 2;
         } else if (bibleArgument.empty()) {
             bibleArgument = argument;
@@ -111,7 +111,7 @@ int BibleSearch(const Arguments& arguments)
         }
     }
     if (phrase.find_first_not_of(" \t\r\n") == std::string::npos) {
-        std::cerr << "vxhost: bible search takes a Bible and the text to look for; see vxhost bible --help\n";
+        HostErr() << "vxhost: bible search takes a Bible and the text to look for; see vxhost bible --help\n";
         return 2;
     }
     ShownBible bible(HostPath(bibleArgument));
@@ -135,9 +135,9 @@ int BibleSearch(const Arguments& arguments)
     for (int i = 0; i < count; ++i) {
         SmartPtr<IUnknown> hit;
         found->get_Item(i, hit.Receive());
-        std::cout << HitLine(hit) << '\n';
+        HostOut() << HitLine(hit) << '\n';
     }
-    std::cout << "hits: " << count << '\n';
+    HostOut() << "hits: " << count << '\n';
     return 0;
 }
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <system_error>
 
 #include "host/Host.h"
@@ -37,7 +37,7 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
         } else if (wantsOut && argument == "--force") {
             parsed->m_Force = true;
         } else if (argument.rfind("--", 0) == 0 || !parsed->m_Input.empty()) {
-            std::cerr << "vxhost: unexpected argument \"" << argument << "\"\n";
+            HostErr() << "vxhost: unexpected argument \"" << argument << "\"\n";
             return 2;
         } else {
             parsed->m_Input = HostPath(argument);
@@ -47,7 +47,7 @@ int ParseArguments(const Arguments& arguments, bool wantsOut, TranslationArgumen
     if (!missing && wantsOut && parsed->m_Out.empty())
         missing = "--out PATH";
     if (missing) {
-        std::cerr << "vxhost: missing " << missing << "\n";
+        HostErr() << "vxhost: missing " << missing << "\n";
         return 2;
     }
     return wantsOut && HostRefuseExisting(parsed->m_Out, parsed->m_Force) ? 1 : -1;
@@ -121,15 +121,15 @@ int BibleInfo(const Arguments& arguments)
         return 1;
     int count = 0;
     QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-    std::cout << "books: " << count << '\n';
+    HostOut() << "books: " << count << '\n';
     for (int i = 0; i < count; ++i) {
         SmartPtr<IVXBook> book = BookAt(bible, i);
         int chapters = 0;
         book->get_ChapterCount(&chapters);
-        std::cout << "book: " << BookName(bible, i) << ", chapters: " << chapters << '\n';
+        HostOut() << "book: " << BookName(bible, i) << ", chapters: " << chapters << '\n';
     }
     if (count > 0)
-        std::cout << "abbreviation: " << Abbreviation(BookAt(bible, 0)) << '\n';
+        HostOut() << "abbreviation: " << Abbreviation(BookAt(bible, 0)) << '\n';
     return 0;
 }
 
@@ -140,7 +140,7 @@ int BiblePack(const Arguments& arguments)
         return status;
     const std::string suffix = ".tBL";
     if (parsed.m_Out.size() <= suffix.size() || parsed.m_Out.compare(parsed.m_Out.size() - 4, 4, suffix) != 0) {
-        std::cerr << "vxhost: --out " << parsed.m_Out << ": a packed Bible's name ends in .tBL\n";
+        HostErr() << "vxhost: --out " << parsed.m_Out << ": a packed Bible's name ends in .tBL\n";
         return 2;
     }
     SmartPtr<IFileArchive> bible = LoadTranslation(parsed.m_Input);
@@ -154,7 +154,7 @@ int BiblePack(const Arguments& arguments)
         return HostFail(parsed.m_Out + ": could not be written");
     int count = 0;
     QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-    std::cout << "packed: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
+    HostOut() << "packed: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
     return 0;
 }
 
@@ -209,7 +209,7 @@ int BibleUnpack(const Arguments& arguments)
     }
     int count = 0;
     QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-    std::cout << "unpacked: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
+    HostOut() << "unpacked: " << count << " books\n" << "written: " << parsed.m_Out << '\n';
     return 0;
 }
 
@@ -267,8 +267,8 @@ int BibleFromHtml(const Arguments& arguments)
         return HostFail(parsed.m_Input + ": no book found in the HTML body");
     std::sort(names.begin(), names.end());
     for (const std::string& name : names)
-        std::cout << "book file: " << name << '\n';
-    std::cout << "written: " << parsed.m_Out << '\n';
+        HostOut() << "book file: " << name << '\n';
+    HostOut() << "written: " << parsed.m_Out << '\n';
     return 0;
 }
 

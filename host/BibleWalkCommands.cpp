@@ -4,7 +4,7 @@
 
 #include <cstring>
 #include <filesystem>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <system_error>
 
 #include "host/Host.h"
@@ -37,7 +37,7 @@ public:
         // The caption's blank before the cut abbreviation is no part of what a person reads.
         std::string caption = ToUtf8(m_Caption.get());
         caption.erase(caption.find_last_not_of(" \t\r\n") + 1);
-        std::cout << "caption: " << caption << '\n';
+        HostOut() << "caption: " << caption << '\n';
         std::string text = ToUtf8(node);
         size_t start = 0;
         while (start < text.size()) {
@@ -46,7 +46,7 @@ public:
                 end = text.size();
             std::string line = text.substr(start, end - start);
             if (line.find_first_not_of(" \t") != std::string::npos)
-                std::cout << "text: " << line << '\n';
+                HostOut() << "text: " << line << '\n';
             start = end + 1;
         }
         return S_OK;
@@ -176,14 +176,14 @@ int BibleWalk(const Arguments& arguments)
     int row = tree->GetSelection(0, 2, active.Receive());
     if (row < 0)
         return HostFail("\"" + reference + "\": no book of the Bible matches it");
-    std::cout << "key: start\n";
+    HostOut() << "key: start\n";
     tree->SelectRow(row, 7);
 
     auto manager = QueryAs<IUIManager>(bible);
     for (const WalkKey* key : keys) {
-        std::cout << "key: " << key->m_Name << '\n';
+        HostOut() << "key: " << key->m_Name << '\n';
         if ((manager.get()->*(key->m_Move))() < 0)
-            std::cout << "stop: no move\n";
+            HostOut() << "stop: no move\n";
     }
     return 0;
 }
@@ -275,7 +275,7 @@ int BibleCompress(const Arguments& arguments)
     QueryAs<IUIVerbCollectionSpecify>(bible.get())->DoAction(code, nullptr);
     if (!fs::is_regular_file(packed, error) || fs::last_write_time(packed, error) == before)
         return HostFail(packed + ": could not be written");
-    std::cout << "compressed: " << BookCount(bible) << " books\n" << "written: " << packed << '\n';
+    HostOut() << "compressed: " << BookCount(bible) << " books\n" << "written: " << packed << '\n';
     return 0;
 }
 
@@ -333,7 +333,7 @@ int BibleUncompress(const Arguments& arguments)
         fs::remove_all(temporary, error);
         return HostFail(folder + ": could not be written");
     }
-    std::cout << "uncompressed: " << books << " books\n" << "written: " << folder << '\n';
+    HostOut() << "uncompressed: " << books << " books\n" << "written: " << folder << '\n';
     return 0;
 }
 

@@ -1,7 +1,7 @@
 // vxhost demo: a tour over the bundled samples, showing what the module does.
 #include <algorithm>
 #include <filesystem>
-#include <iostream>
+#include "host/HostPrint.h"
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
@@ -23,7 +23,7 @@ int Demo(const Arguments& arguments)
     std::sort(files.begin(), files.end());
     int status = 0;
     for (const auto& file : files) {
-        std::cout << "== song " << file.filename().string() << "\n";
+        HostOut() << "== song " << file.filename().string() << "\n";
         status |= ShowSongFile(file.string());
     }
     return status;

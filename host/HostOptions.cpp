@@ -1,7 +1,7 @@
 #include "host/HostOptions.h"
 
 #include <algorithm>
-#include <iostream>
+#include "host/HostPrint.h"
 
 bool HostParseOptions(const Arguments& arguments, HostOptions* options, std::string* error, const Arguments& valued,
                       const Arguments& flags)
@@ -39,6 +39,6 @@ bool HostParseOptions(const Arguments& arguments, HostOptions* options, std::str
 
 int HostBadUsage(const std::string& message)
 {
-    std::cerr << "vxhost: " << message << '\n';
+    HostErr() << "vxhost: " << message << '\n';
     return 2;
 }

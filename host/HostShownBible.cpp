@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include <iostream>
+#include "host/HostPrint.h"
 
 #include "host/HostBible.h"
 
@@ -33,8 +33,9 @@ void ShownBible::ReadBooks()
                 file->Load();
         }
         if (terminal)
-            std::cerr << "\rreading books: " << i + 1 << "/" << count << std::flush;
+            HostErr() << "\rreading books: " << i + 1 << "/" << count;
+            HostErr().Flush();
     }
     if (terminal && count > 0)
-        std::cerr << '\n';
+        HostErr() << '\n';
 }

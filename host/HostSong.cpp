@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <iterator>
 
 #include "host/HostText.h"
@@ -154,7 +154,7 @@ void HostPrintSong(IVXSong* song)
         std::string text;
         for (char c : WithoutCR(ToUtf8(value.get())))
             text += c == '\n' ? std::string("\\n") : std::string(1, c);
-        std::cout << "attribute " << ToUtf8(name.get()) << ":" << (text.empty() ? "" : " ") << text << '\n';
+        HostOut() << "attribute " << ToUtf8(name.get()) << ":" << (text.empty() ? "" : " ") << text << '\n';
     }
     auto verses = QueryAs<ISuperCollection>(song);
     verses->get_Count(&count);
@@ -170,14 +170,14 @@ void HostPrintSong(IVXSong* song)
         id = id.substr(0, id.find(" : "));
         int number = i;
         verse->Inquire(VERSE_NUMBER, &number);
-        std::cout << "\nverse " << number + 1 << ": " << id << '\n';
-        std::cout << "header: " << Switch(verse, VERSE_HEADERDISPLAY) << ", title " << Switch(verse, VERSE_SHOWTITLE)
+        HostOut() << "\nverse " << number + 1 << ": " << id << '\n';
+        HostOut() << "header: " << Switch(verse, VERSE_HEADERDISPLAY) << ", title " << Switch(verse, VERSE_SHOWTITLE)
                   << ", verse name " << Switch(verse, VERSE_SHOWVERSENAME) << '\n';
-        std::cout << "footer: " << Switch(verse, VERSE_FOOTERDISPLAY) << ", title "
+        HostOut() << "footer: " << Switch(verse, VERSE_FOOTERDISPLAY) << ", title "
                   << Switch(verse, VERSE_SHOWFOOTTITLE) << ", copyright " << Switch(verse, VERSE_SHOWCOPYRIGHT)
                   << ", author " << Switch(verse, VERSE_SHOWAUTHOR) << ", CCLI " << Switch(verse, VERSE_SHOWCCLI)
                   << '\n';
-        std::cout << WithoutCR(ToUtf8(verse.get())) << '\n';
+        HostOut() << WithoutCR(ToUtf8(verse.get())) << '\n';
     }
 }
 

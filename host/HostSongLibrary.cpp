@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
-#include <iostream>
+#include "host/HostPrint.h"
 
 #include "host/HostSong.h"
 #include "persistence/FileBuffer.h"
@@ -121,7 +121,7 @@ std::vector<std::string> HostFindSongs(const std::string& folder, const std::vec
         // The song itself reads damaged files without a word: they are checked here,
         // on the bytes alone, so that the file is decoded once, by the song.
         if (!HostNameFits(path, &error) || !CheckSongBytes(path, &bytes, &error)) {
-            std::cerr << "vxhost: warning: skipped " << error << '\n';
+            HostErr() << "vxhost: warning: skipped " << error << '\n';
             continue;
         }
         HostSong song;

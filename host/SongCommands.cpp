@@ -1,6 +1,6 @@
 // vxhost song ...: songs as an operator prepares them for a service.
 #include <filesystem>
-#include <iostream>
+#include "host/HostPrint.h"
 #include <iterator>
 
 #include "host/Host.h"
@@ -50,7 +50,7 @@ int Write(IVXSong* song, const std::string& argument, bool force)
     std::string error;
     if (!HostWriteSong(song, out, force, &error))
         return HostFail(error);
-    std::cout << "saved " << out << '\n';
+    HostOut() << "saved " << out << '\n';
     return 0;
 }
 
@@ -72,7 +72,7 @@ int SongText(const Arguments& arguments)
     HostSong song;
     if (!Open(options.m_Positional[0], song, &status))
         return status;
-    std::cout << HostPlainText(song.get());
+    HostOut() << HostPlainText(song.get());
     return 0;
 }
 
@@ -86,7 +86,7 @@ int SongImportCCLI(const Arguments& arguments)
     std::wstring paste;
     std::string error;
     if (source == "-") {
-        std::string bytes(std::istreambuf_iterator<char>(std::cin), {});
+        std::string bytes = HostReadAll(stdin);
         auto text = SmartPtr<IString>::Adopt(ISCreate(bytes.data(), int(bytes.size())));
         CREFString view(text.get());
         paste.assign(view.m_Buffer ? view.m_Buffer : L"", size_t(view.m_Length > 0 ? view.m_Length : 0));
@@ -197,7 +197,7 @@ int SongArrange(const Arguments& arguments)
         return status;
     song.get()->Arrange(lines, chars);
     if (options.m_Out.empty()) {
-        std::cout << HostPlainText(song.get());
+        HostOut() << HostPlainText(song.get());
         return 0;
     }
     return Write(song.get(), options.m_Out, options.m_Force);
@@ -207,7 +207,7 @@ int SongArrange(const Arguments& arguments)
 void PrintBand(const char* label, int32_t result, IString* text)
 {
     if (result >= 0)
-        std::cout << label << ": " << ToUtf8(text) << '\n';
+        HostOut() << label << ": " << ToUtf8(text) << '\n';
 }
 
 int SongSlides(const Arguments& arguments)
@@ -237,7 +237,7 @@ int SongSlides(const Arguments& arguments)
         int32_t headerResult = book->Header(header.Receive(), 0, i, 1, verse);
         int32_t footerResult = book->Footer(footer.Receive(), 0, i, 1, verse);
         book->get_Verse(0, i, 1, text.Receive());
-        std::cout << (i ? "\n" : "") << "slide " << i + 1 << '\n';
+        HostOut() << (i ? "\n" : "") << "slide " << i + 1 << '\n';
         PrintBand("header", headerResult, header);
         std::string body = ToUtf8(text.get());
         size_t start = 0;
@@ -246,7 +246,7 @@ int SongSlides(const Arguments& arguments)
             std::string line = body.substr(start, end == std::string::npos ? std::string::npos : end - start);
             if (!line.empty() && line.back() == '\r')
                 line.pop_back();
-            std::cout << "text: " << line << '\n';
+            HostOut() << "text: " << line << '\n';
             if (end == std::string::npos)
                 break;
             start = end + 1;
@@ -273,10 +273,10 @@ int SongFind(const Arguments& arguments)
         return HostFail(error);
     std::vector<std::string> found = HostFindSongs(HostPath(folder), files, query);
     if (options.m_Own.count("--count"))
-        std::cout << found.size() << '\n';
+        HostOut() << found.size() << '\n';
     else
         for (const std::string& file : found)
-            std::cout << (std::filesystem::path(folder) / file).string() << '\n';
+            HostOut() << (std::filesystem::path(folder) / file).string() << '\n';
     // As grep does: nothing found is a failed search.
     return found.empty() ? 1 : 0;
 }

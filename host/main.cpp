@@ -2,7 +2,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
-#include <iostream>
+#include "host/HostPrint.h"
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
@@ -26,21 +26,21 @@ std::vector<const std::vector<HostCommand>*> AllCommands()
 
 void PrintUsage(const char* noun)
 {
-    std::cout << "usage: vxhost <noun> <verb> [arguments]\n"
+    HostOut() << "usage: vxhost <noun> <verb> [arguments]\n"
                  "Runs the text content module of the presentation program, as the program would.\n\n";
     for (const auto* commands : AllCommands()) {
         for (const HostCommand& command : *commands) {
             if (noun && std::strcmp(noun, command.m_Noun) != 0)
                 continue;
-            std::cout << "  vxhost " << command.m_Noun;
+            HostOut() << "  vxhost " << command.m_Noun;
             if (*command.m_Verb)
-                std::cout << ' ' << command.m_Verb;
+                HostOut() << ' ' << command.m_Verb;
             if (*command.m_Usage)
-                std::cout << ' ' << command.m_Usage;
-            std::cout << "\n      " << command.m_Summary << '\n';
+                HostOut() << ' ' << command.m_Usage;
+            HostOut() << "\n      " << command.m_Summary << '\n';
         }
     }
-    std::cout << "\n  vxhost --help, vxhost <noun> --help: this text.\n";
+    HostOut() << "\n  vxhost --help, vxhost <noun> --help: this text.\n";
 }
 
 bool IsHelp(const char* argument) { return std::strcmp(argument, "--help") == 0 || std::strcmp(argument, "-h") == 0; }
@@ -49,7 +49,7 @@ bool IsHelp(const char* argument) { return std::strcmp(argument, "--help") == 0 
 
 int HostFail(const std::string& message)
 {
-    std::cerr << "vxhost: " << message << '\n';
+    HostErr() << "vxhost: " << message << '\n';
     return 1;
 }
 
@@ -96,7 +96,7 @@ int main(int argc, char** argv)
             Arguments arguments(argv + (*command.m_Verb ? 3 : 2), argv + argc);
             for (const std::string& argument : arguments) {
                 if (IsHelp(argument.c_str())) {
-                    std::cout << "usage: vxhost " << command.m_Noun << (*command.m_Verb ? " " : "")
+                    HostOut() << "usage: vxhost " << command.m_Noun << (*command.m_Verb ? " " : "")
                               << command.m_Verb << ' ' << command.m_Usage << "\n" << command.m_Summary << '\n';
                     return 0;
                 }
@@ -105,7 +105,7 @@ int main(int argc, char** argv)
             if (!HostEnterModuleFolder(&error))
                 return HostFail(error);
             int status = command.m_Run(arguments);
-            std::cout.flush();
+            HostOut().Flush();
             return status;
         }
     }
