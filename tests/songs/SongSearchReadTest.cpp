@@ -9,21 +9,14 @@ using namespace vxtest;
 
 class SongSearchRead : public SongTest {};
 
-std::wstring Ids(IVXSong* song)
+std::wstring Joined(const std::vector<std::wstring>& parts)
 {
     std::wstring all;
-    for (const std::wstring& id : VersesOf(song).ids)
-        all += id + L";";
+    for (const std::wstring& part : parts)
+        all += part + L";";
     return all;
 }
-
-std::wstring Texts(IVXSong* song)
-{
-    std::wstring all;
-    for (const std::wstring& text : VersesOf(song).texts)
-        all += text + L";";
-    return all;
-}
+std::wstring Ids(IVXSong* song) { return Joined(VersesOf(song).ids); }
 
 TEST_F(SongSearchRead, EveryRoadSeesWhatAWholeReadingGives)
 {
@@ -35,7 +28,7 @@ TEST_F(SongSearchRead, EveryRoadSeesWhatAWholeReadingGives)
         const char* what;
         std::function<std::wstring(IVXSong*)> look;
     } roads[] = {
-        {"verses", [](IVXSong* s) { return Ids(s) + Texts(s); }},
+        {"verses", [](IVXSong* s) { return Ids(s) + Joined(VersesOf(s).texts); }},
         {"file text and flag",
          [](IVXSong* s) { return SongText(s, 7) + std::to_wstring(ArchiveFlag(s, ARCHIVE_MODIFIED)); }},
         {"plain edit keeps the names by position", [](IVXSong* s) {

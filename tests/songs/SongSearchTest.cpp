@@ -34,54 +34,28 @@ TEST_F(SongSearch, QueriesOfEachKind)
     std::string before = std::setlocale(LC_CTYPE, nullptr);
     std::setlocale(LC_CTYPE, "C");
     auto song = Hymn();
-    struct Case {
-        const wchar_t* query;
-        int32_t result;
-    } cases[] = {
-        {nullptr, E_FAIL},
-        {L"", E_FAIL},
-        {L"GRACE", S_OK},
-        {L"wretch like me!", S_OK},
+    const struct { const wchar_t* query; int32_t result; } cases[] = {
+        {nullptr, E_FAIL}, {L"", E_FAIL}, {L"GRACE", S_OK}, {L"wretch like me!", S_OK},
         {L"come\nThrough", E_FAIL}, // verses are searched one by one
-        {L"John", E_FAIL},          // a plain text looks at the verses only
-        {L"Verse1", E_FAIL},        // and not at their names
+        {L"John", E_FAIL}, {L"Verse1", E_FAIL}, // a plain text looks at the verses only, not at their names
         // One pass: a partial match restarts at the character that broke it.
-        {L"aab", E_FAIL},
-        {L"aaab", S_OK},
-        {L"ab", S_OK},
+        {L"aab", E_FAIL}, {L"aaab", S_OK}, {L"ab", S_OK},
         {L"bbc", S_OK}, // found behind a failed try that began at the haystack's start
         // Accents fold only as far as the C locale's tolower reaches.
-        {L"noël", S_OK},
-        {L"NOËL", E_FAIL},
-        {L"CAFÉ", E_FAIL},
-        {L"ā", E_FAIL},
-        {L"Ā", S_OK},
-        {L"#", E_FAIL},
-        {L"#2202", S_OK},
-        {L"#99", E_FAIL},
+        {L"noël", S_OK}, {L"NOËL", E_FAIL}, {L"CAFÉ", E_FAIL}, {L"ā", E_FAIL}, {L"Ā", S_OK},
+        {L"#", E_FAIL}, {L"#2202", S_OK}, {L"#99", E_FAIL},
         {L"# 2202", E_FAIL}, // the number's query is not trimmed
         {L"title=", S_OK},   // a trailing "=" is text like any other
-        {L"key=", E_FAIL},
-        {L"=Newton", E_FAIL},
-        {L"ART = newton", S_OK},
-        {L"Artist=NEWTON", S_OK},
-        {L"auth=john", S_OK},
-        {L"author=Newton", S_OK},
+        {L"key=", E_FAIL}, {L"=Newton", E_FAIL}, {L"ART = newton", S_OK}, {L"Artist=NEWTON", S_OK},
+        {L"auth=john", S_OK}, {L"author=Newton", S_OK},
         {L"authority=Newton", E_FAIL}, // a word that begins like a field word stands for itself
-        {L"ccli number=2025", S_OK},
-        {L"CCLI=25", S_OK},
-        {L"ccli_number=9", E_FAIL},
-        {L"cat=hymn", S_OK},
-        {L"comm=SLOW", S_OK},
-        {L"key=g", S_OK},
-        {L"copyright=domain", S_OK},
-        {L"title=grace", S_OK},
+        {L"ccli number=2025", S_OK}, {L"CCLI=25", S_OK}, {L"ccli_number=9", E_FAIL}, {L"cat=hymn", S_OK},
+        {L"comm=SLOW", S_OK}, {L"key=g", S_OK}, {L"copyright=domain", S_OK}, {L"title=grace", S_OK},
         {L"title=   ", E_FAIL}, // nothing left of the value
         {L"tempo=sl", S_OK},   // any attribute by its own name
-        {L"Tempo=fast", E_FAIL},
-        {L"publisher=x", E_FAIL},
+        {L"Tempo=fast", E_FAIL}, {L"publisher=x", E_FAIL},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(Find(song, c.query), c.result) << Narrow(c.query ? c.query : L"(null)");
     std::setlocale(LC_CTYPE, before.c_str());
 }
