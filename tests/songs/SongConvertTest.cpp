@@ -344,8 +344,9 @@ protected:
     ScopedRegistry m_Scope{m_Registry};
 };
 
-// The input file is kept relative to the installation, so it follows a moved one.
-TEST_F(SongConvertStreamTest, StepAndItsInputsThroughAFolderStream)
+// A copy through a folder stream has the values and the inputs, the input file kept relative to the
+// installation so that it follows a moved one; a replica has the values and copies of the descriptors.
+TEST_F(SongConvertStreamTest, CopiesThroughAFolderStreamAndAReplica)
 {
     m_Step->put_Item(0, Variant(L"/opt/a/bibles/kjv.txt"));
     m_Step->put_Item(1, Variant(L"/srv/out"));
@@ -353,19 +354,31 @@ TEST_F(SongConvertStreamTest, StepAndItsInputsThroughAFolderStream)
     input->put_Name(REFLiteral(L"Source"));
     input->put_Flags(7);
     QueryAs<IParametersCreatable>(m_Step.As<IInputParameters>().get())->Add(Str(L"Source"), nullptr, input, 0);
+    auto descriptor = Create<IInputParameter>(L"InputParameter");
+    descriptor->put_Name(REFLiteral(L"Port"));
+    m_Step->put_ItemDescriptor(3, descriptor);
 
     auto stream = Create<IDataStream>(L"FolderStream");
     EXPECT_EQ(m_Step.As<IDataPersist>()->Save(stream, 0), S_OK);
     WriteBytes(m_Registry, "[Workspace]\nInstallPath=/srv/moved\n");
     auto copy = Create<IParameters>(L"VXSongConvert");
     EXPECT_EQ(copy.As<IDataPersist>()->Load(stream, 0), S_OK);
-    EXPECT_EQ(Item(copy, 0), L"/srv/moved/bibles/kjv.txt");
-    EXPECT_EQ(Item(copy, 1), L"/srv/out");
+    EXPECT_EQ(Item(copy, 0) + L"|" + Item(copy, 1), L"/srv/moved/bibles/kjv.txt|/srv/out");
     auto inputs = copy.As<IInputParameters>();
     ASSERT_EQ(Size(inputs.get()), 1);
     SmartPtr<IUnknown> port;
     inputs->get_Item(0, port.Receive());
     EXPECT_EQ(NameAndFlags(port), L"Source 7");
+
+    SmartPtr<IUnknown> replica;
+    ASSERT_EQ(m_Step.As<IReplicableObject>()->Replicate(replica.Receive()), S_OK);
+    auto replicated = QueryAs<IParameters>(replica.get());
+    ASSERT_TRUE(replicated);
+    EXPECT_EQ(Item(replicated, 1), L"/srv/out");
+    SmartPtr<IUnknown> copied;
+    replicated->get_ItemDescriptor(3, copied.Receive());
+    EXPECT_EQ(NameAndFlags(copied), L"Port 0");
+    EXPECT_FALSE(SameObject(copied, descriptor));
 }
 
 TEST_F(SongConvertStreamTest, LoadAcceptsOnlyTheTwoStreamKindsAndXMLKeepsParametersOnly)
@@ -387,24 +400,6 @@ TEST_F(SongConvertStreamTest, LoadAcceptsOnlyTheTwoStreamKindsAndXMLKeepsParamet
     SmartPtr<IVariant> value;
     copy->get_ItemVariant(2, value.Receive());
     EXPECT_EQ(value->get_Integer(), 5);
-}
-
-TEST_F(SongConvertStreamTest, ReplicaHasTheValuesAndItsOwnInputs)
-{
-    m_Step->put_Item(1, Variant(L"/srv/out"));
-    auto input = Create<IInputParameter>(L"InputParameter");
-    input->put_Name(REFLiteral(L"Port"));
-    m_Step->put_ItemDescriptor(3, input);
-
-    SmartPtr<IUnknown> replica;
-    ASSERT_EQ(m_Step.As<IReplicableObject>()->Replicate(replica.Receive()), S_OK);
-    auto copy = QueryAs<IParameters>(replica.get());
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(Item(copy, 1), L"/srv/out");
-    SmartPtr<IUnknown> descriptor;
-    copy->get_ItemDescriptor(3, descriptor.Receive());
-    EXPECT_EQ(NameAndFlags(descriptor), L"Port 0");
-    EXPECT_FALSE(SameObject(descriptor, input));
 }
 
 } // namespace
