@@ -44,9 +44,8 @@ TEST_F(PlainText, VersesKnowTheirSongAndClearingBreaksTheCycle)
     auto song = NewSong();
     SetText(song, L"a\n\nb\n\nc");
     {
-        SmartPtr<IUnknown> item;
-        ASSERT_EQ(song.As<ISuperCollection>()->get_Item(2, item.Receive()), S_OK);
-        auto verse = item.As<IVXSongVerse>();
+        auto verse = VerseAt(song, 2);
+        ASSERT_TRUE(verse);
         int number = -1;
         EXPECT_GT(verse->Inquire(VERSE_NUMBER, &number), 0) << "a positive flags word, not 0";
         EXPECT_EQ(number, 2);

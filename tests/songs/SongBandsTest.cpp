@@ -21,9 +21,7 @@ protected:
     }
     static SmartPtr<IVXSongVerse> Verse(IVXSong* song, int index, std::initializer_list<std::pair<int, int>> switches)
     {
-        SmartPtr<IUnknown> item;
-        QueryAs<ISuperCollection>(song)->get_Item(index, item.Receive());
-        auto verse = QueryAs<IVXSongVerse>(item.get());
+        auto verse = VerseAt(song, index);
         for (auto [code, value] : switches)
             verse->Control(code, value);
         return verse;

@@ -19,18 +19,12 @@ protected:
     static std::vector<std::wstring> Labels(IVXSong* song, int code)
     {
         std::vector<std::wstring> all;
-        auto collection = QueryAs<ISuperCollection>(song);
-        int count = 0;
-        collection->get_Count(&count);
-        for (int i = 0; i < count; ++i) {
-            SmartPtr<IUnknown> verse;
-            collection->get_Item(i, verse.Receive());
+        for (int i = 0, count = Count(QueryAs<ISuperCollection>(song)); i < count; ++i) {
             SmartPtr<IUnknown> choices;
-            if (QueryAs<IUIPropInterrogateEx>(verse.get())->ParameterEnumeration(code, choices.Receive()) < 0) {
-                all.push_back(L"none");
-                continue;
-            }
             std::wstring joined;
+            auto verse = QueryAs<IUIPropInterrogateEx>(VerseAt(song, i).get());
+            if (verse->ParameterEnumeration(code, choices.Receive()) < 0)
+                joined = L"none";
             for (const std::wstring& name : ItemNames(choices))
                 joined += (joined.empty() ? L"" : L"|") + name;
             all.push_back(joined);

@@ -21,9 +21,7 @@ protected:
     {
         auto book = NewSong();
         EXPECT_EQ(ArchiveLoad(book, song), S_OK);
-        SmartPtr<IUnknown> item;
-        book.As<ISuperCollection>()->get_Item(index, item.Receive());
-        auto verse = QueryAs<IVXSongVerse>(item.get());
+        auto verse = VerseAt(book, index);
         if (edit)
             verse->put_Text(REFLiteral(L"Edited by hand"));
         auto stream = Create<IDataStream>(L"FolderStream");
