@@ -125,19 +125,23 @@ protected:
         ASSERT_TRUE(m_Step);
     }
 
-    // Runs the step on `input` into a new folder "out"; the step's result.
-    int32_t Convert(const fs::path& input)
+    // Runs the step on `input` into a new folder "out"; the step's result. A property page
+    // stores the paths as plain strings, not as variants.
+    int32_t Convert(const fs::path& input, bool plainStrings = false)
     {
         fs::create_directories(m_Out);
-        m_Step->put_Item(0, Variant(input.wstring()));
-        m_Step->put_Item(1, Variant(m_Out.wstring()));
+        auto value = [&](const fs::path& path) {
+            return plainStrings ? SmartPtr<IUnknown>(Str(path.wstring()).get()) : Var(path.wstring());
+        };
+        m_Step->put_Item(0, value(input));
+        m_Step->put_Item(1, value(m_Out));
         return m_Step.As<IStep>()->TurnOn();
     }
 
-    int32_t ConvertText(const std::string& text)
+    int32_t ConvertText(const std::string& text, bool plainStrings = false)
     {
         WriteBytes(m_Folder / "in.txt", text);
-        return Convert(m_Folder / "in.txt");
+        return Convert(m_Folder / "in.txt", plainStrings);
     }
 
     // Every file of the output folder with its lines; bible.ini as its text.
@@ -186,9 +190,11 @@ TEST_F(SongConvertTest, ParametersInTheirOrderAndTheStepsFaces)
 TEST_F(SongConvertTest, GrammarOfTheLongText)
 {
     // A null input: a file that isn't there.
-    const struct { const char* what; const char* input; Files files; } cases[] = {
+    const struct { const char* what; const char* input; Files files; bool plainStrings = false; } cases[] = {
         {"one book", "Ruth\r\n1\r\n1. a\r\n2. b\r\n",
          {{L"Ruth.bbl", {L"Ruth 1", L"1. a", L"2. b"}}, {L"bible.ini", {kHead + L"1 = Ruth\r\n"}}}},
+        {"paths given as plain strings", "Ruth\r\n1\r\n1. a\r\n",
+         {{L"Ruth.bbl", {L"Ruth 1", L"1. a"}}, {L"bible.ini", {kHead + L"1 = Ruth\r\n"}}}, true},
         {"two books, blank lines kept", "  A  \r\n1\r\n1. x\r\n\r\nB\r\n2\r\n3. y\r\n",
          {{L"A.bbl", {L"A 1", L"1. x", L""}}, {L"B.bbl", {L"B 2", L"3. y"}},
           {L"bible.ini", {kHead + L"1 = A\r\n2 = B\r\n"}}}},
@@ -213,21 +219,10 @@ TEST_F(SongConvertTest, GrammarOfTheLongText)
     EXPECT_EQ(m_Step.As<IStep>()->TurnOn(), E_FAIL);
     for (const auto& c : cases) {
         fs::remove_all(m_Out);
-        EXPECT_EQ(c.input ? ConvertText(c.input) : Convert(m_Folder / "absent.txt"), S_OK) << c.what;
+        EXPECT_EQ(c.input ? ConvertText(c.input, c.plainStrings) : Convert(m_Folder / "absent.txt"), S_OK) << c.what;
         EXPECT_EQ(Output(), c.files) << c.what;
     }
     EXPECT_EQ(ReadBytes(m_Out / "bible.ini").substr(0, 4), std::string("\xFF\xFE[\0", 4));
-}
-
-// A property page stores a plain string, not a variant; the step reads it all the same.
-TEST_F(SongConvertTest, PathsGivenAsPlainStringsAreRead)
-{
-    WriteBytes(m_Folder / "in.txt", "A\r\n1\r\n1. x\r\n");
-    fs::create_directories(m_Out);
-    m_Step->put_Item(0, Str((m_Folder / "in.txt").wstring()));
-    m_Step->put_Item(1, Str(m_Out.wstring()));
-    ASSERT_EQ(m_Step.As<IStep>()->TurnOn(), S_OK);
-    EXPECT_EQ(BookLines(m_Out / "A.bbl"), (Lines{L"A 1", L"1. x"}));
 }
 
 TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
