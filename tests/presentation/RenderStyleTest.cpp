@@ -57,15 +57,6 @@ protected:
         ASSERT_GE(stream->GetAttribute(root, nullptr, element.Receive(), 1), 0);
         style->Load(QueryAs<IDataStream>(element.get()), 0);
     }
-    // Through a real folder file, by the styles' IDataPersist faces.
-    void FolderRoundTrip(IVXRenderStyle* from, IVXRenderStyle* to)
-    {
-        auto out = Create<IDataStream>(L"FolderStream");
-        QueryAs<IDataPersist>(from)->Save(out, 0);
-        QueryAs<IDataPersist>(to)->Load(ThroughFile(out, m_Folder / "style.tBL"), 0);
-    }
-
-    TempFolder m_Folder;
 };
 
 TEST_F(RenderStyleTest, WritesEveryKeyInOrderWithDefaults)
@@ -138,7 +129,11 @@ TEST_F(RenderStyleTest, StreamKindsDifferWhereTheyAlwaysHave)
     auto viaXML = NewStyle(), viaFolder = NewStyle();
     LoadXML(viaXML, SavedText(source));
     LoadXML(viaFolder, L"<Orientation>5</Orientation>");
-    FolderRoundTrip(source, viaFolder);
+    // Through a real folder file, by the styles' IDataPersist faces.
+    TempFolder folder;
+    auto out = Create<IDataStream>(L"FolderStream");
+    QueryAs<IDataPersist>(source.get())->Save(out, 0);
+    QueryAs<IDataPersist>(viaFolder.get())->Load(ThroughFile(out, folder / "style.tBL"), 0);
 
     // The XML form drops the colour's top byte and reads the angle and italics as whole and short.
     for (auto [style, expected] : {std::pair{viaXML.get(), L"1193046 12 -25536 9"},
