@@ -1,6 +1,8 @@
-// The song verse through its interfaces: the edit bias, the property table, styles,
-// replicas, drawing on a recording canvas, and both stream forms.
+// The song verse through its interfaces: the edit bias, the property table and the
+// labels of its displays, styles, replicas, drawing on a recording canvas, and both
+// stream forms.
 #include "framework/Renderer/RecordingCanvas.h"
+#include "songs/SongSupport.h"
 #include "support/Collections.h"
 #include "support/Streams.h"
 
@@ -8,8 +10,13 @@ namespace {
 
 using namespace vxtest;
 
-class VerseTest : public ModuleTest {
+class VerseTest : public SongTest {
 protected:
+    void TearDown() override
+    {
+        unsetenv("VX_STRINGTABLE");
+        SongTest::TearDown();
+    }
     static SmartPtr<IVXSongVerse> Verse(const std::wstring& text = L"")
     {
         auto verse = Create<IVXSongVerse>(L"VXSongVerse");
@@ -29,6 +36,22 @@ protected:
         int height = 0;
         QueryAs<IVXRenderStyle>(object)->get_FontHeight(&height);
         return height;
+    }
+    // The labels of one display of every verse; "none" for a display without them.
+    static std::vector<std::wstring> Labels(IVXSong* song, int code)
+    {
+        std::vector<std::wstring> all;
+        for (int i = 0, count = Count(QueryAs<ISuperCollection>(song)); i < count; ++i) {
+            SmartPtr<IUnknown> choices;
+            std::wstring joined;
+            auto verse = QueryAs<IUIPropInterrogateEx>(VerseAt(song, i).get());
+            if (verse->ParameterEnumeration(code, choices.Receive()) < 0)
+                joined = L"none";
+            for (const std::wstring& name : ItemNames(choices))
+                joined += (joined.empty() ? L"" : L"|") + name;
+            all.push_back(joined);
+        }
+        return all;
     }
 };
 
@@ -82,7 +105,6 @@ TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
     TempFolder folder;
     setenv("VX_STRINGTABLE", (folder / "missing.ini").c_str(), 1);
     auto verse = Verse();
-    unsetenv("VX_STRINGTABLE");
     SmartPtr<IUnknown> choices;
     EXPECT_EQ(QueryAs<IUIPropInterrogateEx>(verse.get())->ParameterEnumeration(VERSE_HEADERDISPLAY, choices.Receive()),
               E_INVALIDARG);
@@ -90,6 +112,40 @@ TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
     EXPECT_EQ(verse->Control(VERSE_HEADERDISPLAY, DISPLAY_LAST), S_OK);
     EXPECT_EQ(verse->Inquire(VERSE_FOOTERDISPLAY, nullptr), 67);
     EXPECT_EQ(Number(verse, VERSE_HEADERDISPLAY), DISPLAY_LAST);
+}
+
+// A song reads the string table once while it cuts its text, and a later cut sees the
+// file as it is then: changed, gone, or back.
+TEST_F(VerseTest, EachCutReadsTheLabelsTableAsItIsThen)
+{
+    TempFolder folder;
+    const auto table = folder / "strings.ini";
+    setenv("VX_STRINGTABLE", table.c_str(), 1);
+    // A null file: the file is removed.
+    const struct { const char* what; const char* file; const wchar_t* labels; } steps[] = {
+        {"first reading", "[VXSongVerse]\n30=Never|First|Last|All\n", L"Never|First|Last|All"},
+        {"labels changed", "[VXSongVerse]\n30=Nie|Erst|Letzt|Immer\n", L"Nie|Erst|Letzt|Immer"},
+        {"same size, other text", "[VXSongVerse]\n30=Nie|Erst|Letzt|Imxer\n", L"Nie|Erst|Letzt|Imxer"},
+        {"another component only", "[VXBible]\n30=A|B\n", L"none"},
+        {"file gone", nullptr, L"none"},
+        {"file back", "[VXSongVerse]\n1=Verse number\n30=Only|Two\n", L"Only|Two"},
+    };
+    auto song = NewSong();
+    auto other = NewSong();
+    for (const auto& step : steps) {
+        if (step.file)
+            WriteBytes(table, step.file);
+        else
+            std::filesystem::remove(table);
+        // A plain cut and a tagged one; both songs see the same file.
+        SetText(song, L"One\n\nTwo\n\nThree\n");
+        SetText(other, L"<verses><verse id=\"a\">A</verse><verse id=\"b\">B</verse></verses>");
+        const std::vector<std::wstring> three(3, step.labels), two(2, step.labels);
+        for (int code : {VERSE_HEADERDISPLAY, VERSE_FOOTERDISPLAY}) {
+            EXPECT_EQ(Labels(song, code), three) << step.what;
+            EXPECT_EQ(Labels(other, code), two) << step.what;
+        }
+    }
 }
 
 TEST_F(VerseTest, FacesBufferAndParent)
