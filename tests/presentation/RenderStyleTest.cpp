@@ -1,6 +1,5 @@
 // The render style through the renderer's "VXRenderStyle": accessor quirks, copying,
 // and both kinds of stream with the differences between them that are kept.
-#include <regex>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -31,10 +30,14 @@ protected:
     static Pairs Saved(IVXRenderStyle* style)
     {
         std::wstring text = SavedText(style);
-        static const std::wregex element(L"<(\\w+)>([^<]*)</\\1>");
         Pairs pairs;
-        for (std::wsregex_iterator it(text.begin(), text.end(), element), end; it != end; ++it)
-            pairs.emplace_back((*it)[1], (*it)[2]);
+        for (size_t open = text.find(L'<'); open != std::wstring::npos; open = text.find(L'<', open + 1)) {
+            size_t close = text.find(L'>', open), end = text.find(L'<', close);
+            std::wstring name = text.substr(open + 1, close - open - 1);
+            bool closed = end != std::wstring::npos && text.compare(end, name.size() + 3, L"</" + name + L">") == 0;
+            if (!name.empty() && closed)
+                pairs.emplace_back(name, text.substr(close + 1, end - close - 1));
+        }
         return pairs;
     }
     static std::wstring Saved(IVXRenderStyle* style, const std::wstring& key)
