@@ -229,6 +229,8 @@ TEST_F(SongConvertTest, EveryVerseOfTheSampleAtItsPlace)
 {
     ASSERT_EQ(Convert(kSample), S_OK);
     EXPECT_EQ(LoadText(m_Out / "bible.ini"), kHead + L"1 = Jonah\r\n2 = Philemon\r\n");
+    // The reader forgives a heading's blanks; the file is still written in the one form.
+    EXPECT_EQ(BookLines(m_Out / "Philemon.bbl").at(0), L"Philemon 1");
     auto verses = SampleVerses();
     ASSERT_EQ(verses.size(), 73u);
     {
