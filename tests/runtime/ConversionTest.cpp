@@ -23,18 +23,12 @@ protected:
 
 TEST_F(ConversionTest, DoublesTakeTheDecimalsTheyNeed)
 {
-    struct Case { double value; short decimals; std::wstring text; };
-    const Case cases[] = {
-        {2.50, -1, L"2.5"},
-        {3.0, -1, L"3"},
-        {0.1 + 0.2, -1, L"0.3"},
+    const struct { double value; short decimals; std::wstring text; } cases[] = {
+        {2.50, -1, L"2.5"}, {3.0, -1, L"3"}, {0.1 + 0.2, -1, L"0.3"},
         {1.0 / 3.0, -1, L"0.333333333"}, // nine decimals at most
-        {-1.25, -1, L"-1.25"},
-        {0.0, -1, L"0"},
-        {2.5, 2, L"2.50"},
-        {1.25, 0, L"1"},
+        {-1.25, -1, L"-1.25"}, {0.0, -1, L"0"}, {2.5, 2, L"2.50"}, {1.25, 0, L"1"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(Made(ISCreate(c.value, c.decimals)), c.text) << c.value << " with " << c.decimals;
     // The widest double comes out whole, not cut at some buffer's end.
     EXPECT_EQ(Made(ISCreate(1e300, -1)).size(), 301u);
@@ -43,13 +37,11 @@ TEST_F(ConversionTest, DoublesTakeTheDecimalsTheyNeed)
 TEST_F(ConversionTest, IntegersHexAndNarrowText)
 {
     EXPECT_EQ(Made(ISCreate(-42)), L"-42");
-    struct Hex { unsigned int value; std::wstring text; };
-    const Hex hexes[] = {{0xFF, L"#0000FF"}, {0, L"#000000"}, {0xFFFFFF, L"#FFFFFF"}, {0x1000000, L"#1000000"}};
-    for (const Hex& h : hexes)
-        EXPECT_EQ(Made(ISCreateHex(h.value)), h.text);
+    for (auto [value, text] : {std::pair{0xFFu, L"#0000FF"}, {0u, L"#000000"}, {0xFFFFFFu, L"#FFFFFF"},
+                               {0x1000000u, L"#1000000"}})
+        EXPECT_EQ(Made(ISCreateHex(value)), text);
 
-    struct Narrow { std::string bytes; int length; std::wstring text; };
-    const Narrow narrows[] = {
+    const struct { std::string bytes; int length; std::wstring text; } narrows[] = {
         {"Caf\xC3\xA9", 5, L"Caf\u00E9"},
         {"\xE2\x82\xAC", 3, L"\u20AC"},
         {"\xF0\x9F\x98\x80", 4, L"\U0001F600"},
@@ -58,30 +50,22 @@ TEST_F(ConversionTest, IntegersHexAndNarrowText)
         {"\xE2\x82", 2, L"\x82"},   // a cut sequence gives what it has
         {"ab", 1, L"a"},
     };
-    for (const Narrow& n : narrows)
+    for (const auto& n : narrows)
         EXPECT_EQ(Made(ISCreate(n.bytes.data(), n.length)), n.text) << n.bytes;
     EXPECT_EQ(Made(ISCreate(static_cast<const wchar_t*>(nullptr))), L"");
 }
 
 TEST_F(ConversionTest, VariantFormats)
 {
-    struct Case { SmartPtr<IVariant> variant; short format; std::wstring text; };
-    const Case cases[] = {
-        {vxtest::Variant(5), -1, L"5"},
-        {vxtest::Variant(5), 2, L"5.00"},
-        {vxtest::Variant(2.5), -1, L"2.5"},
-        {vxtest::Variant(2.75), 1, L"2.8"},
-        {vxtest::Variant(0x123456), -16, L"#123456"},
-        {vxtest::Variant(0x11223344), -16, L"#11223344"},
-        {vxtest::Variant(0x11223344), -42, L"00010001"},
-        {vxtest::Variant(0x11223344), -32, L"00100010"},
-        {vxtest::Variant(0x11223344), -22, L"00110011"},
-        {vxtest::Variant(0x11223344), -2, L"01000100"},
-        {vxtest::Variant(L"12"), -1, L"12"},
-        {vxtest::Variant(L"1.50"), -1, L"1.5"},
-        {vxtest::Variant(L"abc"), 2, L"abc"},
+    using vxtest::Variant;
+    const auto colour = Variant(0x11223344);
+    const struct { SmartPtr<IVariant> variant; short format; std::wstring text; } cases[] = {
+        {Variant(5), 2, L"5.00"},        {Variant(2.75), 1, L"2.8"},     {Variant(0x123456), -16, L"#123456"},
+        {colour, -16, L"#11223344"},     {colour, -42, L"00010001"},     {colour, -32, L"00100010"},
+        {colour, -22, L"00110011"},      {colour, -2, L"01000100"},      {Variant(L"1.50"), -1, L"1.5"},
+        {Variant(L"abc"), 2, L"abc"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(Made(ISCreate(c.variant.get(), c.format)), c.text) << "format " << c.format;
     EXPECT_EQ(ISCreate(static_cast<IVariant*>(nullptr), short(-1)), nullptr);
 }
@@ -100,28 +84,22 @@ TEST_F(ConversionTest, AVariantOfAStringReadsAsThatString)
 
 TEST_F(ConversionTest, IntegersAndColoursParse)
 {
-    struct Case { std::wstring text; int base; int value; };
-    const Case cases[] = {
+    const struct { std::wstring text; int base; int value; } cases[] = {
         {L"12abc", 10, 12},
-        {L"#ff", 10, 255},  // "#" turns any base into 16
-        {L"1F", 10, 1},     // letters need a base above 10
-        {L"19", 8, 17},     // digits aren't checked against the base
-        {L"-42", 10, -42},
-        {L"-", 10, 0},
-        {L" 5", 10, 0},
-        {L"-#5", 10, 0},
+        {L"#ff", 10, 255}, // "#" turns any base into 16
+        {L"1F", 10, 1},    // letters need a base above 10
+        {L"19", 8, 17},    // digits aren't checked against the base
+        {L"-42", 10, -42}, {L"-", 10, 0}, {L" 5", 10, 0}, {L"-#5", 10, 0},
         {L"4294967296", 10, 0}, // wraps in 32 bits
         {L"2147483648", 10, int(0x80000000u)},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(_IS2Integer(CREFString(c.text.data(), int32_t(c.text.size())), c.base), c.value)
             << vxtest::Narrow(c.text);
 
     const struct { std::wstring text; int base; unsigned int value; } colours[] = {
-        {L"#FF0000", 16, 0x0000FFu},
-        {L"#11223344", 10, 0x00443322u}, // the top byte goes
-        {L"#00ff00", 10, 0x00FF00u},
-        {L"255", 10, 0xFF0000u},
+        {L"#FF0000", 16, 0x0000FFu}, {L"#11223344", 10, 0x00443322u} /* the top byte goes */,
+        {L"#00ff00", 10, 0x00FF00u}, {L"255", 10, 0xFF0000u},
     };
     for (const auto& c : colours)
         EXPECT_EQ(_IS2Color(CREFString(c.text.data(), int32_t(c.text.size())), c.base), c.value)
@@ -130,20 +108,16 @@ TEST_F(ConversionTest, IntegersAndColoursParse)
 
 TEST_F(ConversionTest, DoublesParse)
 {
-    struct Case { std::wstring text; double value; };
-    const Case cases[] = {
-        {L"", 0.0},
-        {L"#", 0.0},
-        {L"#ff", 255.0},
+    const struct { std::wstring text; double value; } cases[] = {
+        {L"", 0.0}, {L"#", 0.0}, {L"#ff", 255.0},
         {L"#FFFFFFFF", -1.0}, // a signed 32-bit value
-        {L"1.5", 1.5},
-        {L".5", 0.5},
+        {L"1.5", 1.5}, {L".5", 0.5},
         {L"1.5e3", 1.5}, // no exponents
         {L"1.2.3", 1.2},
-        {L"0.000000000000000009", 9e-18},  // the eighteenth decimal still counts
-        {L"0.0000000000000000009", 0.0},   // the nineteenth doesn't
+        {L"0.000000000000000009", 9e-18}, // the eighteenth decimal still counts
+        {L"0.0000000000000000009", 0.0},  // the nineteenth doesn't
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_DOUBLE_EQ(_IS2Double(CREFString(c.text.data(), int32_t(c.text.size()))), c.value)
             << vxtest::Narrow(c.text);
     double negativeZero = _IS2Double(CREFString(L"-"));
@@ -153,25 +127,18 @@ TEST_F(ConversionTest, DoublesParse)
 
 TEST_F(ConversionTest, TheNumberTestTellsTheKind)
 {
-    struct Case { std::wstring text; short kind; };
-    const Case cases[] = {
-        {L"", VARIANT_NONE},
-        {L"-", VARIANT_INTEGER},
-        {L"123456789", VARIANT_INTEGER},
-        {L"1234567890", VARIANT_NONE},  // ten characters could overflow
+    const struct { std::wstring text; short kind; } cases[] = {
+        {L"", VARIANT_NONE}, {L"-", VARIANT_INTEGER}, {L"123456789", VARIANT_INTEGER},
+        {L"1234567890", VARIANT_NONE}, // ten characters could overflow
         {L"-12345678", VARIANT_INTEGER},
-        {L"-123456789", VARIANT_NONE},  // the sign counts
-        {L"12345678901.5", VARIANT_DOUBLE},
-        {L"1.5", VARIANT_DOUBLE},
-        {L".", VARIANT_DOUBLE},
-        {L"1. ", VARIANT_DOUBLE},
+        {L"-123456789", VARIANT_NONE}, // the sign counts
+        {L"12345678901.5", VARIANT_DOUBLE}, {L"1.5", VARIANT_DOUBLE}, {L".", VARIANT_DOUBLE}, {L"1. ", VARIANT_DOUBLE},
         {L"1.2.3", VARIANT_NONE},
-        {L"12 34", VARIANT_INTEGER},    // white space behind digits ends the walk
-        {L" 12", VARIANT_NONE},         // and before them ends the number
-        {L"x1", VARIANT_NONE},
-        {L"+1", VARIANT_NONE},
+        {L"12 34", VARIANT_INTEGER}, // white space behind digits ends the walk
+        {L" 12", VARIANT_NONE},      // and before them ends the number
+        {L"x1", VARIANT_NONE}, {L"+1", VARIANT_NONE},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(ISNumberKind(CREFString(c.text.data(), int32_t(c.text.size()))), c.kind)
             << vxtest::Narrow(c.text);
 }
@@ -179,8 +146,7 @@ TEST_F(ConversionTest, TheNumberTestTellsTheKind)
 TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
 {
     // number: for numbers; kept: for strings, and the text left after the trim
-    struct Case { std::wstring text; short type; double number; std::wstring kept; };
-    const Case cases[] = {
+    const struct { std::wstring text; short type; double number; std::wstring kept; } cases[] = {
         {L"123456789", VARIANT_INTEGER, 123456789, L"123456789"},
         {L"1234567890", VARIANT_NONE, 0, L"1234567890"},
         {L"1.5", VARIANT_DOUBLE, 1.5, L"1.5"},
@@ -189,7 +155,7 @@ TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
         {L"\t-", VARIANT_INTEGER, 0, L"-"},
         {L"  ", VARIANT_NONE, 0, L""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(vxtest::Narrow(c.text));
         CREFString view(c.text.data(), int32_t(c.text.size()));
         auto variant = SmartPtr<IVariant>::Adopt(IVCreateConvert(view));

@@ -12,14 +12,10 @@ std::string Bytes(const IID& iid)
 {
     unsigned char raw[16];
     std::memcpy(raw, &iid, 16);
-    std::string out;
-    char hex[4];
-    for (unsigned char b : raw) {
-        std::snprintf(hex, sizeof hex, "%02X ", b);
-        out += hex;
-    }
-    out.pop_back();
-    return out;
+    char hex[16 * 3 + 1];
+    for (int i = 0; i < 16; ++i)
+        std::snprintf(hex + 3 * i, 4, "%02X ", raw[i]);
+    return std::string(hex, 16 * 3 - 1);
 }
 
 TEST(Identifier, BytesFromNames)

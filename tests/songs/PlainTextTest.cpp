@@ -38,27 +38,22 @@ TEST_F(PlainText, Splitting)
     EXPECT_EQ(ItemNames(named), (std::vector<std::wstring>{L"Verse1 : one", L"Verse2 : " + longLine.substr(0, 40)}));
 }
 
-TEST_F(PlainText, VersesKnowTheirSongAndNumber)
+// Each verse knows its song and number; each holds its song, until the song is cleared.
+TEST_F(PlainText, VersesKnowTheirSongAndClearingBreaksTheCycle)
 {
     auto song = NewSong();
     SetText(song, L"a\n\nb\n\nc");
-    SmartPtr<IUnknown> item;
-    ASSERT_EQ(song.As<ISuperCollection>()->get_Item(2, item.Receive()), S_OK);
-    auto verse = item.As<IVXSongVerse>();
-    ASSERT_TRUE(verse);
-    int number = -1;
-    EXPECT_GT(verse->Inquire(VERSE_NUMBER, &number), 0) << "a positive flags word, not 0";
-    EXPECT_EQ(number, 2);
-    SmartPtr<IVXBook> source;
-    ASSERT_EQ(verse->get_Source(source.Receive()), S_OK);
-    EXPECT_TRUE(SameObject(source, song));
-}
-
-TEST_F(PlainText, ClearingBreaksTheCycle)
-{
-    auto song = NewSong();
-    SetText(song, L"a\n\nb\n\nc");
-    // Each verse holds its song: three references beyond the test's two.
+    {
+        auto verse = VerseAt(song, 2);
+        ASSERT_TRUE(verse);
+        int number = -1;
+        EXPECT_GT(verse->Inquire(VERSE_NUMBER, &number), 0) << "a positive flags word, not 0";
+        EXPECT_EQ(number, 2);
+        SmartPtr<IVXBook> source;
+        ASSERT_EQ(verse->get_Source(source.Receive()), S_OK);
+        EXPECT_TRUE(SameObject(source, song));
+    }
+    // Three references beyond the test's two.
     song->AddRef();
     EXPECT_EQ(song->Release(), 5);
     song.As<ISuperCollection>()->Clear();

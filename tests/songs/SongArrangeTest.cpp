@@ -48,23 +48,17 @@ TEST_F(SongArrange, NamesStayByPositionSwitchesAreNew)
     auto song = NewSong();
     SetText(song, L"<verses><verse id=\"Chorus\">Praise God from whom\nall blessings flow</verse>"
                   L"<verse id=\"Amen\">Amen</verse></verses>");
-    auto collection = song.As<ISuperCollection>();
-    SmartPtr<IUnknown> item;
-    collection->get_Item(0, item.Receive());
-    QueryAs<IVXSongVerse>(item.get())->Control(VERSE_HEADERDISPLAY, DISPLAY_FIRST);
+    VerseAt(song, 0)->Control(VERSE_HEADERDISPLAY, DISPLAY_FIRST);
 
     EXPECT_EQ(song->Arrange(1, 100), S_OK);
     // Old names go back by position, previews and all; a verse beyond them is numbered.
-    SongVerses verses = VersesOf(song);
-    EXPECT_EQ(verses.ids, (std::vector<std::wstring>{L"Chorus", L"Amen", L"Verse3"}));
-    EXPECT_EQ(verses.texts, (std::vector<std::wstring>{L"Praise God from whom", L"all blessings flow", L"Amen"}));
-    SmartPtr<IString> name;
-    collection->get_ItemName(1, name.Receive());
-    EXPECT_EQ(Text(name), L"Amen : Amen");
+    EXPECT_EQ(ItemNames(song), (std::vector<std::wstring>{L"Chorus : Praise God from whom\nall blessings flow",
+                                                          L"Amen : Amen", L"Verse3 : Amen"}));
+    EXPECT_EQ(VersesOf(song).texts,
+              (std::vector<std::wstring>{L"Praise God from whom", L"all blessings flow", L"Amen"}));
     // The verses are new objects: each has the switches a new verse has.
-    collection->get_Item(0, item.Receive());
     int display = -1;
-    QueryAs<IVXSongVerse>(item.get())->Inquire(VERSE_HEADERDISPLAY, &display);
+    VerseAt(song, 0)->Inquire(VERSE_HEADERDISPLAY, &display);
     EXPECT_EQ(display, DISPLAY_NEVER);
 }
 

@@ -21,9 +21,7 @@ protected:
     }
     static SmartPtr<IVXSongVerse> Verse(IVXSong* song, int index, std::initializer_list<std::pair<int, int>> switches)
     {
-        SmartPtr<IUnknown> item;
-        QueryAs<ISuperCollection>(song)->get_Item(index, item.Receive());
-        auto verse = QueryAs<IVXSongVerse>(item.get());
+        auto verse = VerseAt(song, index);
         for (auto [code, value] : switches)
             verse->Control(code, value);
         return verse;
@@ -68,83 +66,66 @@ TEST_F(SongBands, DisplayRulesOnFirstMiddleAndLastVerse)
     }
 }
 
-TEST_F(SongBands, HeaderParts)
+// Each band from its parts; the song's file is how-great-thou-art.sng.
+TEST_F(SongBands, PartsOfEachBand)
 {
     TempFolder folder;
-    const auto file = folder / "how-great-thou-art.sng";
-    // without switches no verse is shown
-    struct Case { const char* what; Attributes attributes; int chapter, verse;
+    const auto registryFile = folder / "registry.ini";
+    enum { Footer, Header };
+    // Without switches no verse is shown; a null registry: no registry file.
+    const struct { const char* what; int band; const char* registry; Attributes attributes; int chapter, verse;
         std::initializer_list<std::pair<int, int>> switches; std::wstring expected; } cases[] = {
-        {"no verse and no index: the title alone", m_Grace, 0, -1, {}, L"Amazing Grace"},
-        {"no verse: title and name", m_Grace, 0, 1, {}, L"Amazing Grace: MyChorus"},
-        {"no title: the file's name", {}, 0, 0, {}, L"how-great-thou-art: Verse1"},
-        {"a title of blanks: the file's name", {{L"title", L" \t "}}, 0, -1, {}, L"how-great-thou-art"},
-        {"leading blanks of a title stay", {{L"Title", L"  Grace"}}, 0, -1, {}, L"  Grace"},
-        {"short form: eleven letters", {{L"Title", L"Abcdefghijklmnopqrst"}}, HEADER_SHORT, -1, {}, L"Abcdefghijk"},
-        {"short form drops blanks and punctuation", {{L"Title", L"It's: Well, my soul!"}}, HEADER_SHORT, -1, {},
-         L"ItsWellmyso"},
-        {"a separator though the short form kept nothing", {{L"Title", L"!!!"}}, HEADER_SHORT, 2, {}, L": Verse3"},
-        {"name alone, without its blank",
-         m_Grace,
-         0,
-         1,
-         {{VERSE_SHOWVERSENAME, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}},
-         L"MyChorus"},
-        {"title alone", m_Grace, 0, 1, {{VERSE_SHOWTITLE, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L"Amazing Grace"},
-        {"neither: an empty header", m_Grace, 0, 1, {{VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L""},
-        {"a new verse has no header", m_Grace, 0, 0, {{VERSE_SHOWTITLE, 0}}, L"E_FAIL"},
-        {"no name where the index is past the end", m_Grace, 0, 7, {}, L"Amazing Grace"},
-    };
-    for (const Case& c : cases) {
-        auto song = Song(c.attributes);
-        song.As<IFileArchive>()->put_Filename(Str(file.wstring()));
-        SmartPtr<IVXSongVerse> verse;
-        if (c.switches.size())
-            verse = Verse(song, 1, c.switches);
-        EXPECT_EQ(Band(song, true, c.chapter, c.verse, verse), c.expected) << c.what;
-    }
-}
-
-TEST_F(SongBands, FooterPartsAndTheLicence)
-{
-    TempFolder folder;
-    // a null registry: no registry file
-    struct Case { const char* what; const char* registry; Attributes attributes;
-        std::initializer_list<std::pair<int, int>> switches; std::wstring expected; } cases[] = {
-        {"no verse: no footer", "[Vexilon]\nCCLI=99\n", m_Grace, {}, L"E_FAIL"},
-        {"a new verse shows the copyright on every verse", nullptr, m_Grace, {{VERSE_NUMBER, 1}}, L"Public Domain"},
-        {"a new verse on a song without copyright", nullptr, {{L"Title", L"x"}}, {{VERSE_NUMBER, 1}}, L"E_FAIL"},
-        {"the licence alone", "[Vexilon]\nCCLI=99\n", {}, {{VERSE_SHOWCCLI, 1}}, L"CCLI# 99"},
-        {"a licence of blanks drops out with its separator", "[Vexilon]\nCCLI=   \n", m_Grace,
+        {"no verse and no index: the title alone", Header, nullptr, m_Grace, 0, -1, {}, L"Amazing Grace"},
+        {"no verse: title and name", Header, nullptr, m_Grace, 0, 1, {}, L"Amazing Grace: MyChorus"},
+        {"no title: the file's name", Header, nullptr, {}, 0, 0, {}, L"how-great-thou-art: Verse1"},
+        {"a title of blanks: the file's name", Header, nullptr, {{L"title", L" \t "}}, 0, -1, {},
+         L"how-great-thou-art"},
+        {"leading blanks of a title stay", Header, nullptr, {{L"Title", L"  Grace"}}, 0, -1, {}, L"  Grace"},
+        {"short form: eleven letters", Header, nullptr, {{L"Title", L"Abcdefghijklmnopqrst"}}, HEADER_SHORT, -1, {},
+         L"Abcdefghijk"},
+        {"short form drops blanks and punctuation", Header, nullptr, {{L"Title", L"It's: Well, my soul!"}},
+         HEADER_SHORT, -1, {}, L"ItsWellmyso"},
+        {"a separator though the short form kept nothing", Header, nullptr, {{L"Title", L"!!!"}}, HEADER_SHORT, 2, {},
+         L": Verse3"},
+        {"name alone, without its blank", Header, nullptr, m_Grace, 0, 1,
+         {{VERSE_SHOWVERSENAME, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L"MyChorus"},
+        {"title alone", Header, nullptr, m_Grace, 0, 1, {{VERSE_SHOWTITLE, 1}, {VERSE_HEADERDISPLAY, DISPLAY_ALL}},
+         L"Amazing Grace"},
+        {"neither: an empty header", Header, nullptr, m_Grace, 0, 1, {{VERSE_HEADERDISPLAY, DISPLAY_ALL}}, L""},
+        {"a new verse has no header", Header, nullptr, m_Grace, 0, 0, {{VERSE_SHOWTITLE, 0}}, L"E_FAIL"},
+        {"no name where the index is past the end", Header, nullptr, m_Grace, 0, 7, {}, L"Amazing Grace"},
+        {"no verse: no footer", Footer, "[Vexilon]\nCCLI=99\n", m_Grace, 0, 1, {}, L"E_FAIL"},
+        {"a new verse shows the copyright on every verse", Footer, nullptr, m_Grace, 0, 1, {{VERSE_NUMBER, 1}},
+         L"Public Domain"},
+        {"a new verse on a song without copyright", Footer, nullptr, {{L"Title", L"x"}}, 0, 1, {{VERSE_NUMBER, 1}},
+         L"E_FAIL"},
+        {"the licence alone", Footer, "[Vexilon]\nCCLI=99\n", {}, 0, 1, {{VERSE_SHOWCCLI, 1}}, L"CCLI# 99"},
+        {"a licence of blanks drops out with its separator", Footer, "[Vexilon]\nCCLI=   \n", m_Grace, 0, 1,
          {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWFOOTTITLE, 1}, {VERSE_SHOWAUTHOR, 1}},
          L"Amazing Grace; John Newton; Public Domain"},
-        {"no registry file: no licence", nullptr, m_Grace, {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWCOPYRIGHT, 0}}, L"E_FAIL"},
-        {"the licence in another section is not this one", "[Other]\nCCLI=99\n", m_Grace,
+        {"no registry file: no licence", Footer, nullptr, m_Grace, 0, 1,
+         {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWCOPYRIGHT, 0}}, L"E_FAIL"},
+        {"the licence in another section is not this one", Footer, "[Other]\nCCLI=99\n", m_Grace, 0, 1,
          {{VERSE_SHOWCCLI, 1}, {VERSE_SHOWAUTHOR, 1}}, L"John Newton; Public Domain"},
-        {"empty attributes drop out, values are not trimmed", nullptr,
-         {{L"Title", L""}, {L"Author", L" J. N. "}, {L"Copyright", L"PD"}},
+        {"empty attributes drop out, values are not trimmed", Footer, nullptr,
+         {{L"Title", L""}, {L"Author", L" J. N. "}, {L"Copyright", L"PD"}}, 0, 1,
          {{VERSE_SHOWFOOTTITLE, 1}, {VERSE_SHOWAUTHOR, 1}}, L" J. N. ; PD"},
     };
-    for (const Case& c : cases) {
-        const auto file = folder / "registry.ini";
-        std::filesystem::remove(file);
+    for (const auto& c : cases) {
+        std::filesystem::remove(registryFile);
         if (c.registry)
-            WriteBytes(file, c.registry);
-        ScopedRegistry registry(file);
+            WriteBytes(registryFile, c.registry);
+        ScopedRegistry registry(registryFile);
         auto song = Song(c.attributes);
+        song.As<IFileArchive>()->put_Filename(Str((folder / "how-great-thou-art.sng").wstring()));
         SmartPtr<IVXSongVerse> verse;
         if (c.switches.size())
             verse = Verse(song, 1, c.switches);
-        EXPECT_EQ(Band(song, false, 0, 1, verse), c.expected) << c.what;
+        EXPECT_EQ(Band(song, c.band == Header, c.chapter, c.verse, verse), c.expected) << c.what;
     }
 }
 
-} // namespace
-
-namespace {
-
-using namespace vxtest;
-
+// The pages of a song ask for its text, so they read the file.
 class SongPages : public SongTest {};
 
 TEST_F(SongPages, FourPagesAndTheSongRead)
@@ -155,19 +136,15 @@ TEST_F(SongPages, FourPagesAndTheSongRead)
     song.As<IFileArchive>()->put_Filename(Str((folder / "hymn.txt").wstring()));
     SmartPtr<INamedCollection> pages;
     ASSERT_EQ(song.As<IUIPropertyPageSpecify>()->GetPages(0, pages.Receive(), nullptr), S_OK);
-    ASSERT_TRUE(pages);
-    std::vector<std::wstring> listed;
-    int count = 0;
-    pages->get_Count(&count);
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
+    std::vector<std::wstring> components;
+    for (int i = 0; i < 4; ++i) {
         SmartPtr<IUnknown> component;
-        pages->get_ItemName(i, name.Receive());
         pages->get_Item(i, component.Receive());
-        listed.push_back(Text(name) + L"=" + Text(component));
+        components.push_back(Text(component));
     }
-    EXPECT_EQ(listed, (std::vector<std::wstring>{L"Song=VXVisualText", L"Text=VXTextPropPage",
-                                                 L"Attributes=UIParametersPropPage", L"=UIFileArchivePropPage"}));
+    EXPECT_EQ(ItemNames(pages), (std::vector<std::wstring>{L"Song", L"Text", L"Attributes", L""}));
+    EXPECT_EQ(components, (std::vector<std::wstring>{L"VXVisualText", L"VXTextPropPage", L"UIParametersPropPage",
+                                                     L"UIFileArchivePropPage"}));
     EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"Be thou my vision"});
     EXPECT_EQ(ArchiveFlag(song, ARCHIVE_HASFILE), 2);
 }

@@ -19,12 +19,6 @@ protected:
     TempFolder m_Folder;
 };
 
-std::wstring Wide(const std::string& utf8)
-{
-    auto text = SmartPtr<IString>::Adopt(ISCreate(utf8.data(), int(utf8.size())));
-    return Text(text);
-}
-
 TEST_F(SongFile, SavedLoadedAndSavedAgainIsByteIdentical)
 {
     auto song = NewSong();
@@ -39,14 +33,11 @@ TEST_F(SongFile, SavedLoadedAndSavedAgainIsByteIdentical)
 
     auto again = LoadSong(m_Folder / "first.sng");
     EXPECT_EQ(VersesOf(again).ids, VersesOf(song).ids);
-    EXPECT_EQ(VersesOf(again).texts, VersesOf(song).texts);
     EXPECT_EQ(AttributesOf(again), AttributesOf(song));
     ASSERT_EQ(ArchiveSave(again, m_Folder / "second.sng"), S_OK);
     EXPECT_EQ(ReadBytes(m_Folder / "second.sng"), first);
     // Save gave the song the file's name as its title; a reload keeps it.
-    EXPECT_EQ(AttributesOf(song),
-              (Attributes{{L"author", L"Anon"}, {L"Title", L"first"}}));
-    EXPECT_EQ(std::filesystem::directory_entry(m_Folder / "first.sng").is_regular_file(), true);
+    EXPECT_EQ(AttributesOf(song), (Attributes{{L"author", L"Anon"}, {L"Title", L"first"}}));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_Folder.Path()), {}), 2) << "no stray files";
 }
 
@@ -56,7 +47,7 @@ TEST_F(SongFile, PlainTextInEveryEncoding)
     auto reference = LoadSong(folder + "a-toi-la-gloire.utf8.txt");
     SongVerses verses = VersesOf(reference);
     ASSERT_EQ(verses.texts.size(), 3u);
-    EXPECT_EQ(verses.texts[0].substr(0, 30), Wide("\xC3\x80 toi la gloire, \xC3\xB4 Ressuscit\xC3\xA9!"));
+    EXPECT_EQ(verses.texts[0].substr(0, 30), L"\u00C0 toi la gloire, \u00F4 Ressuscit\u00E9!");
     for (const char* file : {"a-toi-la-gloire.latin1.txt", "a-toi-la-gloire.utf16-mark.txt",
                              "a-toi-la-gloire.utf16-no-mark.txt"}) {
         auto song = LoadSong(folder + file);

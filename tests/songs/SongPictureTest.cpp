@@ -44,16 +44,12 @@ TEST_F(SongPicture, LookedForUntilFoundThenKept)
     PutIcon("VXSong.png", "not a picture\n");
     EXPECT_TRUE(Drawn(song, &rect).empty()) << "not a PNG";
     PutIcon("VXSong.png", Icon("VXSong.png"));
-    struct Case {
-        bool null;
-        CANVASRect given, drawn;
-    };
-    const Case cases[] = {
+    const struct { bool null; CANVASRect given, drawn; } cases[] = {
         {false, {0, 0, 100, 100}, {25, 28, 50, 43}}, {false, {10, 20, 50, 43}, {10, 20, 50, 43}},
         {false, {0, 0, 51, 42}, {0, 0, 50, 42}},     {false, {5, 5, 30, 200}, {5, 83, 30, 43}},
         {true, {}, {0, 0, 0, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         CANVASRect given = c.given;
         auto calls = Drawn(song, c.null ? nullptr : &given);
         ASSERT_EQ(calls.size(), 1u);

@@ -50,6 +50,14 @@ inline Attributes AttributesOf(IUnknown* song)
     return out;
 }
 
+// Verse `index` of a song.
+inline SmartPtr<IVXSongVerse> VerseAt(IUnknown* song, int index)
+{
+    SmartPtr<IUnknown> item;
+    QueryAs<ISuperCollection>(song)->get_Item(index, item.Receive());
+    return QueryAs<IVXSongVerse>(item.get());
+}
+
 inline std::wstring SongText(IVXSong* song, short flags)
 {
     SmartPtr<IString> text;

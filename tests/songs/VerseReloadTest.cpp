@@ -9,26 +9,19 @@ using namespace vxtest;
 
 class VerseReloadTest : public SongTest {
 protected:
-    // A song file of three verses, the second one given.
+    // A song file of three verses, the second one given; its full name.
     std::wstring WriteSong(const std::string& name, const std::string& second)
     {
-        std::filesystem::path file = m_Folder / name;
-        WriteBytes(file, "One one\r\n\r\n" + second + "\r\n\r\nThree three\r\n");
-        return file.wstring();
+        WriteBytes(m_Folder / name, "One one\r\n\r\n" + second + "\r\n\r\nThree three\r\n");
+        return (m_Folder / name).wstring();
     }
 
-    // Verse `index` of the song in that file, saved in a folder stream file and read
-    // back into a new stream.
+    // Verse `index` of the song in that file, saved in a folder stream file and read back into a new stream.
     SmartPtr<IDataStream> SaveVerse(const std::wstring& song, int index, bool edit, const std::string& streamName)
     {
-        auto book = Create<IVXBook>(L"VXSong");
-        m_Songs.emplace_back(book.get());
-        book.As<IFileArchive>()->put_Filename(Str(song));
-        EXPECT_EQ(book.As<IFileArchive>()->Load(), S_OK);
-        SmartPtr<IUnknown> item;
-        book.As<ISuperCollection>()->get_Item(index, item.Receive());
-        auto verse = QueryAs<IVXSongVerse>(item.get());
-        EXPECT_TRUE(verse);
+        auto book = NewSong();
+        EXPECT_EQ(ArchiveLoad(book, song), S_OK);
+        auto verse = VerseAt(book, index);
         if (edit)
             verse->put_Text(REFLiteral(L"Edited by hand"));
         auto stream = Create<IDataStream>(L"FolderStream");
@@ -36,28 +29,26 @@ protected:
         return ThroughFile(stream, m_Folder / streamName);
     }
 
-    static SmartPtr<IVXSongVerse> LoadVerse(IDataStream* stream)
+    // A new verse loaded from the stream, and the song it found.
+    std::pair<SmartPtr<IVXSongVerse>, SmartPtr<IVXBook>> LoadVerse(IDataStream* stream)
     {
         auto verse = Create<IVXSongVerse>(L"VXSongVerse");
         EXPECT_EQ(QueryAs<IDataPersist>(verse.get())->Load(stream, 0), S_OK);
-        return verse;
-    }
-
-    SmartPtr<IVXBook> Source(IVXSongVerse* verse)
-    {
         SmartPtr<IVXBook> book;
         verse->get_Source(book.Receive());
         if (book)
             m_Songs.emplace_back(book.get());
-        return book;
+        return {verse, book};
     }
 
-    static std::wstring FileOf(IVXBook* book)
+    // "text|file of its song", the file empty without a song.
+    std::wstring Loaded(IDataStream* stream)
     {
+        auto [verse, book] = LoadVerse(stream);
         SmartPtr<IString> name;
-        if (auto archive = QueryAs<IFileArchive>(book))
-            archive->get_Filename(name.Receive());
-        return Text(name);
+        if (book)
+            QueryAs<IFileArchive>(book.get())->get_Filename(name.Receive());
+        return Text(verse) + L"|" + Text(name);
     }
 
     TempFolder m_Folder;
@@ -66,8 +57,7 @@ protected:
 TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
 {
     // after the save: 0 song kept, 1 rewritten, 2 removed, 3 a folder in its place
-    struct Case { const char* what; bool edit; int after; const wchar_t* text; bool hasSource; };
-    const Case cases[] = {
+    const struct { const char* what; bool edit; int after; const wchar_t* text; bool hasSource; } cases[] = {
         {"unedited, song rewritten", false, 1, L"Two rewritten", true},
         {"edited, song present", true, 0, L"Edited by hand", true},
         {"edited, song rewritten", true, 1, L"Edited by hand", true},
@@ -75,7 +65,7 @@ TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
         {"unedited, folder in its place", false, 3, L"Two two", false},
     };
     int round = 0;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::string name = "song" + std::to_string(round++) + ".txt";
         std::wstring song = WriteSong(name, "Two two");
         auto saved = SaveVerse(song, 1, c.edit, name + ".zip");
@@ -85,13 +75,7 @@ TEST_F(VerseReloadTest, TextComesFromTheSongUnlessEditedOrGone)
             std::filesystem::remove(m_Folder / name);
         if (c.after == 3)
             std::filesystem::create_directory(m_Folder / name);
-        auto verse = LoadVerse(saved);
-        EXPECT_EQ(Text(verse), c.text) << c.what;
-        SmartPtr<IVXBook> source = Source(verse);
-        EXPECT_EQ(bool(source), c.hasSource) << c.what;
-        if (source) {
-            EXPECT_EQ(FileOf(source), song) << c.what;
-        }
+        EXPECT_EQ(Loaded(saved), c.text + (L"|" + (c.hasSource ? song : L""))) << c.what;
     }
 }
 
@@ -99,19 +83,12 @@ TEST_F(VerseReloadTest, VersesOfOneSongShareTheOpenSong)
 {
     std::wstring first = WriteSong("first.txt", "Two two");
     std::wstring other = WriteSong("other.txt", "Two other");
-    auto a = SaveVerse(first, 0, false, "a.zip");
-    auto b = SaveVerse(first, 2, false, "b.zip");
-    auto c = SaveVerse(other, 1, false, "c.zip");
-
-    auto verseA = LoadVerse(a);
-    auto verseB = LoadVerse(b);
-    EXPECT_EQ(Text(verseA), L"One one");
-    EXPECT_EQ(Text(verseB), L"Three three");
-    EXPECT_TRUE(SameObject(Source(verseA), Source(verseB)));
-    auto verseC = LoadVerse(c);
-    EXPECT_EQ(Text(verseC), L"Two other");
-    EXPECT_FALSE(SameObject(Source(verseC), Source(verseA)));
-    EXPECT_EQ(FileOf(Source(verseC)), other);
+    auto savedA = SaveVerse(first, 0, false, "a.zip"), savedB = SaveVerse(first, 2, false, "b.zip"),
+         savedC = SaveVerse(other, 1, false, "c.zip");
+    auto a = LoadVerse(savedA), b = LoadVerse(savedB), c = LoadVerse(savedC);
+    EXPECT_EQ(Text(a.first) + Text(b.first) + Text(c.first), L"One oneThree threeTwo other");
+    EXPECT_TRUE(SameObject(a.second, b.second));
+    EXPECT_FALSE(SameObject(c.second, a.second));
 }
 
 } // namespace

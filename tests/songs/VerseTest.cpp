@@ -1,6 +1,8 @@
-// The song verse through its interfaces: the edit bias, the property table, styles,
-// replicas, drawing on a recording canvas, and both stream forms.
+// The song verse through its interfaces: the edit bias, the property table and the
+// labels of its displays, styles, replicas, drawing on a recording canvas, and both
+// stream forms.
 #include "framework/Renderer/RecordingCanvas.h"
+#include "songs/SongSupport.h"
 #include "support/Collections.h"
 #include "support/Streams.h"
 
@@ -8,9 +10,14 @@ namespace {
 
 using namespace vxtest;
 
-class VerseTest : public ModuleTest {
+class VerseTest : public SongTest {
 protected:
-    static SmartPtr<IVXSongVerse> Verse(const std::wstring& text)
+    void TearDown() override
+    {
+        unsetenv("VX_STRINGTABLE");
+        SongTest::TearDown();
+    }
+    static SmartPtr<IVXSongVerse> Verse(const std::wstring& text = L"")
     {
         auto verse = Create<IVXSongVerse>(L"VXSongVerse");
         EXPECT_TRUE(verse);
@@ -24,25 +31,40 @@ protected:
         verse->Inquire(code, &value);
         return value;
     }
+    static int Height(IUnknown* object)
+    {
+        int height = 0;
+        QueryAs<IVXRenderStyle>(object)->get_FontHeight(&height);
+        return height;
+    }
+    // The labels of one display of every verse; "none" for a display without them.
+    static std::vector<std::wstring> Labels(IVXSong* song, int code)
+    {
+        std::vector<std::wstring> all;
+        for (int i = 0, count = Count(QueryAs<ISuperCollection>(song)); i < count; ++i) {
+            SmartPtr<IUnknown> choices;
+            std::wstring joined;
+            auto verse = QueryAs<IUIPropInterrogateEx>(VerseAt(song, i).get());
+            if (verse->ParameterEnumeration(code, choices.Receive()) < 0)
+                joined = L"none";
+            for (const std::wstring& name : ItemNames(choices))
+                joined += (joined.empty() ? L"" : L"|") + name;
+            all.push_back(joined);
+        }
+        return all;
+    }
 };
 
 TEST_F(VerseTest, EditBiasAndProperties)
 {
-    auto verse = Verse(L"");
+    auto verse = Verse();
     // Each step, then what readers see of VERSE_NUMBER.
-    struct Step {
-        const char* what;
-        int set;  // >= 0: Control(VERSE_NUMBER, set); -1: put_Text; -2: put_String
-        int seen;
-    };
-    const Step steps[] = {
-        {"placed as verse 2", 2, 2},
-        {"one edit", -1, 2},        // raw -98: the index still shows
-        {"second edit", -1, -98},   // raw -198: one addition only
-        {"string set", -2, -98},    // put_String does not bias
-        {"placed again", 5, 5},     // writing the number clears the bias
-    };
-    for (const Step& s : steps) {
+    // set >= 0: Control(VERSE_NUMBER, set); -1: put_Text; -2: put_String
+    const struct { const char* what; int set, seen; } steps[] = {
+        {"placed as verse 2", 2, 2}, {"one edit", -1, 2} /* raw -98: the index still shows */,
+        {"second edit", -1, -98} /* raw -198: one addition only */, {"string set", -2, -98},
+        {"placed again", 5, 5} /* writing the number clears the bias */};
+    for (const auto& s : steps) {
         if (s.set >= 0)
             EXPECT_EQ(verse->Control(VERSE_NUMBER, s.set), S_OK);
         else if (s.set == -1)
@@ -52,17 +74,12 @@ TEST_F(VerseTest, EditBiasAndProperties)
         EXPECT_EQ(Number(verse, VERSE_NUMBER), s.seen) << s.what;
     }
 
-    struct Code {
-        int code;
-        int32_t result;
-        int value;
-    };
-    const Code codes[] = {
+    const struct { int code; int32_t result; int value; } codes[] = {
         {VERSE_SHOWTITLE, 19, 0},         {VERSE_SHOWCOPYRIGHT, 19, 1}, {VERSE_HEADERDISPLAY, 67, DISPLAY_NEVER},
         {VERSE_FOOTERDISPLAY, 67, DISPLAY_ALL}, {VERSE_PROP20, E_FAIL, -12345}, {VERSE_PROPERTYCOUNT, S_OK, 10},
         {VERSE_NUMBER, 0x80053, 5},       {2, E_INVALIDARG, -12345},
     };
-    for (const Code& c : codes) {
+    for (const auto& c : codes) {
         int value = -12345;
         EXPECT_EQ(verse->Inquire(c.code, &value), c.result) << c.code;
         EXPECT_EQ(value, c.value) << c.code;
@@ -72,7 +89,6 @@ TEST_F(VerseTest, EditBiasAndProperties)
     EXPECT_EQ(Number(verse, VERSE_SHOWTITLE), 5);
 
     auto props = QueryAs<IUIPropInterrogateEx>(verse.get());
-    ASSERT_TRUE(props);
     int low = -1, high = -1;
     EXPECT_EQ(props->ParameterRange(VERSE_SHOWCCLI, &low, &high), S_OK);
     EXPECT_EQ(high, 1);
@@ -86,11 +102,9 @@ TEST_F(VerseTest, EditBiasAndProperties)
 
 TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
 {
-    // A damaged file reads as none at all (the property table's own tests show it).
     TempFolder folder;
     setenv("VX_STRINGTABLE", (folder / "missing.ini").c_str(), 1);
-    auto verse = Verse(L"");
-    unsetenv("VX_STRINGTABLE");
+    auto verse = Verse();
     SmartPtr<IUnknown> choices;
     EXPECT_EQ(QueryAs<IUIPropInterrogateEx>(verse.get())->ParameterEnumeration(VERSE_HEADERDISPLAY, choices.Receive()),
               E_INVALIDARG);
@@ -100,18 +114,50 @@ TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
     EXPECT_EQ(Number(verse, VERSE_HEADERDISPLAY), DISPLAY_LAST);
 }
 
-TEST_F(VerseTest, FacesBufferParentAndPages)
+// A song reads the string table once while it cuts its text, and a later cut sees the
+// file as it is then: changed, gone, or back.
+TEST_F(VerseTest, EachCutReadsTheLabelsTableAsItIsThen)
 {
-    auto verse = Verse(L"");
+    TempFolder folder;
+    const auto table = folder / "strings.ini";
+    setenv("VX_STRINGTABLE", table.c_str(), 1);
+    // A null file: the file is removed.
+    const struct { const char* what; const char* file; const wchar_t* labels; } steps[] = {
+        {"first reading", "[VXSongVerse]\n30=Never|First|Last|All\n", L"Never|First|Last|All"},
+        {"labels changed", "[VXSongVerse]\n30=Nie|Erst|Letzt|Immer\n", L"Nie|Erst|Letzt|Immer"},
+        {"same size, other text", "[VXSongVerse]\n30=Nie|Erst|Letzt|Imxer\n", L"Nie|Erst|Letzt|Imxer"},
+        {"another component only", "[VXBible]\n30=A|B\n", L"none"},
+        {"file gone", nullptr, L"none"},
+        {"file back", "[VXSongVerse]\n1=Verse number\n30=Only|Two\n", L"Only|Two"},
+    };
+    auto song = NewSong();
+    auto other = NewSong();
+    for (const auto& step : steps) {
+        if (step.file)
+            WriteBytes(table, step.file);
+        else
+            std::filesystem::remove(table);
+        // A plain cut and a tagged one; both songs see the same file.
+        SetText(song, L"One\n\nTwo\n\nThree\n");
+        SetText(other, L"<verses><verse id=\"a\">A</verse><verse id=\"b\">B</verse></verses>");
+        const std::vector<std::wstring> three(3, step.labels), two(2, step.labels);
+        for (int code : {VERSE_HEADERDISPLAY, VERSE_FOOTERDISPLAY}) {
+            EXPECT_EQ(Labels(song, code), three) << step.what;
+            EXPECT_EQ(Labels(other, code), two) << step.what;
+        }
+    }
+}
+
+TEST_F(VerseTest, FacesBufferAndParent)
+{
+    auto verse = Verse();
     wchar_t* text = reinterpret_cast<wchar_t*>(1);
     int length = -1;
     EXPECT_EQ(verse->GetBuffer(&text, &length), E_FAIL);
     EXPECT_EQ(length, 0);
     // One face for three names: the verse reads as a plain text object.
-    auto asText = QueryAs<IVXText>(verse.get());
-    auto asString = QueryAs<IString>(verse.get());
-    EXPECT_EQ(static_cast<void*>(asText.get()), static_cast<void*>(verse.get()));
-    EXPECT_EQ(static_cast<void*>(asString.get()), static_cast<void*>(verse.get()));
+    EXPECT_EQ(static_cast<void*>(QueryAs<IVXText>(verse.get()).get()), static_cast<void*>(verse.get()));
+    EXPECT_EQ(static_cast<void*>(QueryAs<IString>(verse.get()).get()), static_cast<void*>(verse.get()));
 
     auto parent = QueryAs<IParent>(verse.get());
     SmartPtr<IUnknown> out;
@@ -120,54 +166,34 @@ TEST_F(VerseTest, FacesBufferParentAndPages)
     auto song = Create<IVXBook>(L"VXSong");
     EXPECT_EQ(parent->put_Parent(song), E_NOTIMPL);
     verse->put_Source(song);
-    verse->put_Source(nullptr);  // ignored: keeps the song
+    verse->put_Source(nullptr); // ignored: keeps the song
     EXPECT_EQ(parent->get_Parent(out.Receive()), S_OK);
     EXPECT_TRUE(SameObject(out, song));
-
-    SmartPtr<INamedCollection> pages;
-    ASSERT_EQ(QueryAs<IUIPropertyPageSpecify>(verse.get())->GetPages(0, pages.Receive(), nullptr), S_OK);
-    std::wstring names;
-    for (int i = 0; i < 3; ++i) {
-        SmartPtr<IUnknown> page;
-        pages->get_Item(i, page.Receive());
-        names += Text(page) + L";";
-    }
-    EXPECT_EQ(names, L"VXStuff.VXTextPropPage;UIPropPages.UIRenderStylePropPage;UIPropInterrogatePropPage;");
 }
 
+// From a verse come its switches and look, never its number or text; a plain style brings the look only.
 TEST_F(VerseTest, CopyAttributesFromVerseAndPlainStyle)
 {
     auto source = Verse(L"source text");
+    for (int code : {VERSE_SHOWAUTHOR, VERSE_SHOWFOOTTITLE})
+        source->Control(code, 1);
     source->Control(VERSE_NUMBER, 7);
-    source->Control(VERSE_SHOWAUTHOR, 1);
     source->Control(VERSE_HEADERDISPLAY, DISPLAY_LAST);
-    source->Control(VERSE_SHOWFOOTTITLE, 1);
     QueryAs<IVXRenderStyle>(source.get())->put_FontHeight(40);
-
     auto plain = Create<IVXRenderStyle>(L"VXRenderStyle");
-    plain->put_Color(0x123456);
     plain->put_FontHeight(22);
 
     auto verse = Verse(L"own text");
     auto style = QueryAs<IVXRenderStyle>(verse.get());
     ASSERT_EQ(style->CopyAttributes(QueryAs<IVXRenderStyle>(source.get())), S_OK);
-    EXPECT_EQ(Number(verse, VERSE_SHOWAUTHOR), 1);
-    EXPECT_EQ(Number(verse, VERSE_HEADERDISPLAY), DISPLAY_LAST);
-    EXPECT_EQ(Number(verse, VERSE_SHOWFOOTTITLE), 1);
-    EXPECT_EQ(Number(verse, VERSE_NUMBER), 0) << "the number is not copied";
-    EXPECT_EQ(Text(verse), L"own text") << "nor the text";
-    int height = 0;
-    style->get_FontHeight(&height);
-    EXPECT_EQ(height, 40);
-
-    // A plain style brings the look only; the switches stay.
+    auto state = [&] {
+        return std::vector<int>{Number(verse, VERSE_SHOWAUTHOR), Number(verse, VERSE_HEADERDISPLAY),
+                                Number(verse, VERSE_SHOWFOOTTITLE), Number(verse, VERSE_NUMBER), Height(verse)};
+    };
+    EXPECT_EQ(state(), (std::vector<int>{1, DISPLAY_LAST, 1, 0, 40}));
+    EXPECT_EQ(Text(verse), L"own text");
     ASSERT_EQ(style->CopyAttributes(plain), S_OK);
-    unsigned int color = 0;
-    style->get_Color(&color);
-    style->get_FontHeight(&height);
-    EXPECT_EQ(color, 0x123456u);
-    EXPECT_EQ(height, 22);
-    EXPECT_EQ(Number(verse, VERSE_SHOWAUTHOR), 1);
+    EXPECT_EQ(state(), (std::vector<int>{1, DISPLAY_LAST, 1, 0, 22}));
     EXPECT_EQ(style->CopyAttributes(style), S_OK);
     EXPECT_EQ(style->CopyAttributes(nullptr), S_OK);
 }
@@ -175,14 +201,12 @@ TEST_F(VerseTest, CopyAttributesFromVerseAndPlainStyle)
 TEST_F(VerseTest, ReplicateMakesPlainTextWithTheStyle)
 {
     auto verse = Verse(L"Amazing grace");
-    QueryAs<IVXRenderStyle>(verse.get())->put_Color(0xABCDEF);
+    QueryAs<IVXRenderStyle>(verse.get())->put_FontHeight(41);
     SmartPtr<IUnknown> copy;
     ASSERT_EQ(QueryAs<IReplicableObject>(verse.get())->Replicate(copy.Receive()), S_OK);
     EXPECT_FALSE(QueryAs<IVXSongVerse>(copy.get())) << "a replica is no verse";
     EXPECT_EQ(Text(QueryAs<IVXText>(copy.get())), L"Amazing grace");
-    unsigned int color = 0;
-    QueryAs<IVXRenderStyle>(copy.get())->get_Color(&color);
-    EXPECT_EQ(color, 0xABCDEFu);
+    EXPECT_EQ(Height(copy), 41);
     EXPECT_EQ(QueryAs<IReplicableObject>(verse.get())->Replicate(nullptr), S_OK);
 }
 
@@ -193,17 +217,12 @@ TEST_F(VerseTest, RenderDrawsEachLineInTheVersesStyle)
     style->put_FontHeight(30);
     style->put_Color(0x00FF00);
     style->put_FontFace(REFLiteral(L"Verse Face"));
-    auto render = QueryAs<IRenderableObject>(verse.get());
     CANVASRect rect{10, 20, 400, 300};
-    struct Case {
-        int flags;
-        size_t calls;
-    };
-    for (const Case c : {Case{1, 0}, Case{3, 0}, Case{0, 2}, Case{2, 2}}) {
+    for (auto [flags, calls] : {std::pair{1, 0u}, {3, 0u}, {0, 2u}, {2, 2u}}) {
         RecordingCanvas canvas;
-        EXPECT_EQ(render->Render(canvas.Handle(), &rect, nullptr, c.flags), S_OK);
-        ASSERT_EQ(canvas.m_Calls.size(), c.calls) << c.flags;
-        for (size_t i = 0; i < c.calls; ++i) {
+        EXPECT_EQ(QueryAs<IRenderableObject>(verse.get())->Render(canvas.Handle(), &rect, nullptr, flags), S_OK);
+        ASSERT_EQ(canvas.m_Calls.size(), calls) << flags;
+        for (size_t i = 0; i < calls; ++i) {
             const RecordingCanvas::Call& call = canvas.m_Calls[i];
             EXPECT_TRUE(call.m_IsText);
             EXPECT_EQ(call.m_Text, i == 0 ? L"first line" : L"second line");
@@ -217,32 +236,28 @@ TEST_F(VerseTest, RenderDrawsEachLineInTheVersesStyle)
 TEST_F(VerseTest, BothStreamFormsIntoAFreshVerse)
 {
     TempFolder folder;
-    auto verse = Verse(L"");
+    auto verse = Verse();
     verse->put_Text(REFLiteral(L"Saved & <kept>"));
-    verse->Control(VERSE_SHOWTITLE, 1);
-    verse->Control(VERSE_SHOWFOOTTITLE, 0);
-    verse->Control(VERSE_SHOWCCLI, 1);
-    verse->Control(VERSE_FOOTERDISPLAY, DISPLAY_FIRST);
-    verse->Control(VERSE_SHOWCOPYRIGHT, 0);
+    const std::pair<int, int> switches[] = {{VERSE_SHOWTITLE, 1}, {VERSE_SHOWFOOTTITLE, 0}, {VERSE_SHOWCCLI, 1},
+                                            {VERSE_FOOTERDISPLAY, DISPLAY_FIRST}, {VERSE_SHOWCOPYRIGHT, 0}};
+    for (auto [code, value] : switches)
+        verse->Control(code, value);
     QueryAs<IVXRenderStyle>(verse.get())->put_FontHeight(33);
     auto persist = QueryAs<IDataPersist>(verse.get());
 
     // The folder form through a file.
     auto saved = Create<IDataStream>(L"FolderStream");
     ASSERT_EQ(persist->Save(saved, 0), S_OK);
-    auto loaded = Verse(L"");
+    auto loaded = Verse();
     ASSERT_EQ(QueryAs<IDataPersist>(loaded.get())->Load(ThroughFile(saved, folder / "verse.zip"), 0), S_OK);
     EXPECT_EQ(Text(loaded), L"Saved & <kept>");
     EXPECT_EQ(Number(loaded, VERSE_NUMBER), 0) << "raw -100 came back, read with the bias off";
-    EXPECT_EQ(Number(loaded, VERSE_SHOWCCLI), 1);
-    EXPECT_EQ(Number(loaded, VERSE_FOOTERDISPLAY), DISPLAY_FIRST);
     // "ShowFootTitle" carries the title switch; copyright is not stored.
-    EXPECT_EQ(Number(loaded, VERSE_SHOWFOOTTITLE), 0);
-    EXPECT_EQ(Number(loaded, VERSE_SHOWTITLE), 1);
-    EXPECT_EQ(Number(loaded, VERSE_SHOWCOPYRIGHT), 1);
-    int height = 0;
-    QueryAs<IVXRenderStyle>(loaded.get())->get_FontHeight(&height);
-    EXPECT_EQ(height, 33);
+    const std::pair<int, int> back[] = {{VERSE_SHOWCCLI, 1}, {VERSE_FOOTERDISPLAY, DISPLAY_FIRST},
+                                        {VERSE_SHOWFOOTTITLE, 0}, {VERSE_SHOWTITLE, 1}, {VERSE_SHOWCOPYRIGHT, 1}};
+    for (auto [code, value] : back)
+        EXPECT_EQ(Number(loaded, code), value) << code;
+    EXPECT_EQ(Height(loaded), 33);
     SmartPtr<IVXBook> source;
     loaded->get_Source(source.Receive());
     EXPECT_FALSE(source);
@@ -252,11 +267,10 @@ TEST_F(VerseTest, BothStreamFormsIntoAFreshVerse)
     xml->SetBuffer(nullptr, 0, 0);
     ASSERT_EQ(persist->Save(xml, 0), S_OK);
     std::wstring written = Text(xml);
-    auto fromXML = Verse(L"");
+    auto fromXML = Verse();
     ASSERT_EQ(QueryAs<IDataPersist>(fromXML.get())->Load(XMLReader(written), 0), S_OK);
     EXPECT_EQ(Text(fromXML), L"Saved & <kept>") << Narrow(written);
-    QueryAs<IVXRenderStyle>(fromXML.get())->get_FontHeight(&height);
-    EXPECT_EQ(height, 33);
+    EXPECT_EQ(Height(fromXML), 33);
     EXPECT_EQ(Number(fromXML, VERSE_SHOWCCLI), 0);
 }
 
