@@ -61,8 +61,6 @@ SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& name
     return book;
 }
 
-std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
-
 std::vector<SampleLine> SampleLines(const std::string& file)
 {
     std::ifstream in(file, std::ios::binary);

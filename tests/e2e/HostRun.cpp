@@ -30,6 +30,4 @@ HostResult RunHost(const std::string& arguments, const std::string& folder)
     return result;
 }
 
-std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
-
 } // namespace vxtest

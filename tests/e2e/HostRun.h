@@ -1,7 +1,10 @@
 // Runs the built vxhost as a user would, and captures what it prints.
 #pragma once
+#include <algorithm>
 #include <filesystem>
 #include <string>
+
+#include "support/Samples.h"
 
 namespace vxtest {
 
@@ -18,7 +21,11 @@ HostResult RunHost(const std::string& arguments, const std::string& folder = "")
 // The path in single quotes, for the shell.
 inline std::string Quote(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
-// A path under the source tree's samples folder.
-std::string SamplePath(const std::string& relative);
+// How many lines the text holds, and how many entries a folder.
+inline long LineCount(const std::string& text) { return long(std::count(text.begin(), text.end(), '\n')); }
+inline long Entries(const std::filesystem::path& folder)
+{
+    return long(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
 
 } // namespace vxtest
