@@ -48,11 +48,7 @@ TEST(BibleTranslation, PackAndUnpackKeepEveryBook)
             EXPECT_EQ(result.out, step.out) << step.arguments;
         }
     }
-    // Nothing is left behind beside the targets.
-    int entries = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-        entries += entry.exists() ? 1 : 0;
-    EXPECT_EQ(entries, 2);
+    EXPECT_EQ(vxtest::Entries(folder.Path()), 2) << "nothing is left beside the targets";
 
     // The packed file is a plain zip archive that holds each book's text.
     std::string listing = (folder / "listing").string();
@@ -127,10 +123,7 @@ TEST(BibleTranslation, HtmlIsCutIntoBookFiles)
         vxtest::WriteBytes(folder / "in.htm", c.html);
         auto result = RunHost("bible from-html " + (folder / "in.htm").string() + " --out " + (folder / "out").string());
         ASSERT_EQ(result.status, 0) << c.html << "\n" << result.err;
-        size_t files = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(folder / "out"))
-            files += entry.exists() ? 1 : 0;
-        EXPECT_EQ(files, c.books.size()) << c.html;
+        EXPECT_EQ(vxtest::Entries(folder / "out"), long(c.books.size())) << c.html;
         for (const auto& [file, text] : c.books)
             EXPECT_EQ(BookText(folder / "out" / file), text) << c.html;
     }

@@ -29,10 +29,6 @@ TEST(BibleWalk, KeysWalkAsTheScreenHearsThem)
                           "key: pagedown\ncaption: Ruth 2\ntext: Ruth 2\ntext: 1:\tRuth 2.1\ntext: 2:\tRuth 2.2\n"
                           "key: down\nstop: no move\n"
                           "key: next\nstop: no move\n");
-    result = RunHost("bible walk " + bible + " 'Jonah 2:2' --keys down,pageup");
-    EXPECT_EQ(result.out, "key: start\ncaption: Jonah 2:2\ntext: 2:\tJonah 2.2\n"
-                          "key: down\nstop: no move\n"
-                          "key: pageup\ncaption: Jonah 1\ntext: Jonah 1\ntext: 1:\tJonah 1.1\ntext: 2:\tJonah 1.2\n");
 }
 
 TEST(BibleWalk, PackAndUnpackThroughTheMenu)
@@ -70,10 +66,7 @@ TEST(BibleWalk, PackAndUnpackThroughTheMenu)
         }
     }
     // Nothing is left beside the targets, and the user's registry is as it was.
-    int entries = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder / "copy"))
-        entries += entry.exists() ? 1 : 0;
-    EXPECT_EQ(entries, 2);
+    EXPECT_EQ(vxtest::Entries(folder / "copy"), 2);
     EXPECT_EQ(vxtest::ReadBytes(folder / "registry.ini"), "[UI]\r\nSystemMenu=0\r\n");
 }
 

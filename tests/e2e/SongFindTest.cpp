@@ -8,9 +8,8 @@
 
 namespace {
 
+using vxtest::Quote;
 using vxtest::RunHost;
-
-std::string Q(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 
 TEST(SongFind, SearchesAFolderAndStepsOverDamagedFiles)
 {
@@ -36,7 +35,7 @@ TEST(SongFind, SearchesAFolderAndStepsOverDamagedFiles)
         {"nowhere", 1, ""},
     };
     for (const Case& c : cases) {
-        auto run = RunHost("song find " + Q(folder.Path()) + " " + c.arguments);
+        auto run = RunHost("song find " + Quote(folder.Path()) + " " + c.arguments);
         EXPECT_EQ(run.status, c.status) << c.arguments << run.err;
         EXPECT_EQ(run.out, c.out) << c.arguments;
         // The damaged file is named once on the error stream, and the search goes on.
@@ -55,16 +54,16 @@ TEST(SongFind, RefusesWhatIsNoSearch)
         int status;
         const char* message;
     } cases[] = {
-        {Q(folder / "missing") + " x", 1, "no such folder"},
-        {Q(folder / "file.txt") + " x", 1, "not a folder"},
-        {Q(folder.Path()), 2, "wrong number of arguments"},
-        {Q(folder.Path()) + " x --lines 3", 2, "unknown option --lines"},
+        {Quote(folder / "missing") + " x", 1, "no such folder"},
+        {Quote(folder / "file.txt") + " x", 1, "not a folder"},
+        {Quote(folder.Path()), 2, "wrong number of arguments"},
+        {Quote(folder.Path()) + " x --lines 3", 2, "unknown option --lines"},
     };
     for (const Case& c : cases) {
         auto run = RunHost("song find " + c.arguments);
         EXPECT_EQ(run.status, c.status) << c.arguments;
         EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
-        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        EXPECT_EQ(vxtest::LineCount(run.err), 1) << run.err;
     }
 }
 
