@@ -81,10 +81,7 @@ TEST_F(BibleBookStore, FailedAndEmptyReads)
     }
 }
 
-} // namespace
-
-namespace {
-
+// A book's user name and translation are its properties, and its headers follow them.
 TEST_F(BibleBookStore, NamesAreProperties)
 {
     auto book = LoadBookFile(SamplePath("bible/Jonah.bbl"), L"Jonah");
@@ -93,16 +90,11 @@ TEST_F(BibleBookStore, NamesAreProperties)
     int count = 0;
     properties->Inquire(PROPERTY_COUNT, &count);
     EXPECT_EQ(count, 3);
-    struct Case {
-        int id;
-        const wchar_t* value;
-    } cases[] = {{BOOK_PROP_USERNAME, L"Jona"}, {BOOK_PROP_TRANSLATION, L"KJV"}, {BOOK_PROP_NAMEINTEXT, L"Jonah"}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(properties->ControlEx(c.id, Str(c.value)), S_OK);
-        SmartPtr<IUnknown> value;
-        EXPECT_EQ(properties->InquireEx(c.id, value.Receive()), PROPTYPE_STRING);
-        EXPECT_EQ(Text(value), c.value);
-    }
+    EXPECT_EQ(properties->ControlEx(BOOK_PROP_USERNAME, Str(L"Jona")), S_OK);
+    EXPECT_EQ(properties->ControlEx(BOOK_PROP_TRANSLATION, Str(L"KJV")), S_OK);
+    SmartPtr<IUnknown> value;
+    EXPECT_EQ(properties->InquireEx(BOOK_PROP_NAMEINTEXT, value.Receive()), PROPTYPE_STRING);
+    EXPECT_EQ(Text(value), L"Jonah");
     EXPECT_EQ(Narrow(HeaderOf(book, 1, 2)), "Jona 2:3 [KJV]");
 }
 

@@ -42,11 +42,6 @@ TEST_F(BibleBookVerse, SingleVersesAndRangesOfTheSamples)
         EXPECT_EQ(Narrow(Verse(c.book, c.chapter, c.verse, c.count, &result)), Narrow(c.text)) << c.what;
         EXPECT_EQ(result, S_OK) << c.what;
     }
-    int count = 0;
-    chaptered->get_VerseCount(0, &count);
-    EXPECT_EQ(count, 17);
-    flat->get_VerseCount(0, &count);
-    EXPECT_EQ(count, 25);
 }
 
 TEST_F(BibleBookVerse, NumbersThatTheFileSkipsOrRepeats)
@@ -92,10 +87,10 @@ TEST_F(BibleBookVerse, PassagesKnowWhatWasAskedFor)
     book->get_Verse(3, 21, 1, single.Receive());
     book->get_Verse(3, 21, 1, again.Receive());
     EXPECT_TRUE(SameObject(single, again));
-    int position[6] = {};
+    std::vector<int> position(6);
     passage.As<IVXTextReference>()->GetPosition(&position[0], &position[1], &position[2]);
     single.As<IVXTextReference>()->GetPosition(&position[3], &position[4], &position[5]);
-    EXPECT_EQ(std::vector<int>(position, position + 6), (std::vector<int>{2, 3, BIBLE_VERSES_TO_END, 3, 21, 1}));
+    EXPECT_EQ(position, (std::vector<int>{2, 3, BIBLE_VERSES_TO_END, 3, 21, 1}));
     SmartPtr<IVXBook> owner;
     passage.As<IVXTextReference>()->GetBook(owner.Receive());
     EXPECT_TRUE(SameObject(owner, book));
