@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "bible/BookMaker.h"
+#include "support/Collections.h"
 
 using namespace vxtest;
 
@@ -42,44 +43,27 @@ SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
     return bible;
 }
 
-// The books as "name[abbreviation]:chapters", one after the other.
+// The books as "name[abbreviation]:chapters", one after the other, read as a user
+// opens them. A book's header must begin with the name the translation files it under.
 std::wstring Books(IFileArchive* bible)
 {
     auto books = QueryAs<INamedCollection>(bible);
-    int count = 0;
-    books->get_Count(&count);
     std::wstring out;
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        books->get_ItemName(i, name.Receive());
+    for (int i = 0, count = Count(books); i < count; ++i) {
+        SmartPtr<IString> name, header;
         SmartPtr<IUnknown> item;
+        books->get_ItemName(i, name.Receive());
         books->get_Item(i, item.Receive());
-        auto book = item.As<IVXBook>();
-        // A book is read on first use, which the caller makes.
         if (auto file = item.As<IFileArchive>())
             file->Load();
         int chapters = 0;
-        book->get_ChapterCount(&chapters);
-        std::wstring abbreviation;
-        if (auto properties = item.As<IUIPropInterrogateEx>()) {
-            // A folder's book carries its names as properties: both names are the
-            // one the translation files it under.
-            std::wstring values[3];
-            for (int id : {BOOK_PROP_USERNAME, BOOK_PROP_NAMEINTEXT, BOOK_PROP_TRANSLATION}) {
-                SmartPtr<IUnknown> value;
-                properties->InquireEx(id, value.Receive());
-                values[id - 1] = Text(value);
-            }
-            if (values[0] != Text(name) || values[1] != Text(name))
-                abbreviation = L"names " + values[0] + L"/" + values[1] + L" ";
-            abbreviation += values[2];
-        } else {
-            SmartPtr<IString> header;
-            book->Header(header.Receive(), 0, 0, 1, nullptr);
-            std::wstring full = Text(header);
-            size_t open = full.find(L'[');
-            abbreviation = open == std::wstring::npos ? L"" : full.substr(open + 1, full.size() - open - 2);
-        }
+        item.As<IVXBook>()->get_ChapterCount(&chapters);
+        item.As<IVXBook>()->Header(header.Receive(), 0, 0, 1, nullptr);
+        std::wstring full = Text(header);
+        size_t open = full.find(L'[');
+        std::wstring abbreviation = open == std::wstring::npos ? L"" : full.substr(open + 1, full.size() - open - 2);
+        if (full.rfind(Text(name) + L" ", 0) != 0)
+            abbreviation = L"header " + full;
         out += (i ? L" " : L"") + Text(name) + L"[" + abbreviation + L"]:" + std::to_wstring(chapters);
     }
     return out;
