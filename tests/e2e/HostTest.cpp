@@ -1,5 +1,7 @@
-// vxhost as a person uses it: help, a song shown verse by verse, clear failures.
+// vxhost as a person uses it: help, a song shown verse by verse in any encoding, clear failures.
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "e2e/HostRun.h"
 
@@ -60,6 +62,29 @@ TEST(Host, DemoToursTheSamples)
     ASSERT_EQ(result.status, 0) << result.err;
     for (const char* song : {"abide-with-me.txt", "amazing-grace.txt", "holy-holy-holy.txt"})
         EXPECT_NE(result.out.find(std::string("== song ") + song), std::string::npos) << song;
+}
+
+vxtest::HostResult SongShow(const std::string& name)
+{
+    return vxtest::RunHost("song show " + vxtest::Quote(vxtest::SamplePath("encodings/a-toi-la-gloire." + name)));
+}
+
+// One hymn saved in four encodings shows the same verses from each.
+TEST(Host, EveryEncodingShowsTheSameVerses)
+{
+    auto reference = SongShow("utf8.txt");
+    ASSERT_EQ(reference.status, 0) << reference.err;
+    // Three verses, and the accented letters arrive as themselves, not as their bytes.
+    for (const char* line : {"\nverse 3: ", "\xC3\x80 toi la gloire, \xC3\xB4 Ressuscit\xC3\xA9!",
+                             "Vois-le para\xC3\xAEtre: c'est lui, c'est J\xC3\xA9sus,"})
+        EXPECT_NE(reference.out.find(line), std::string::npos) << line << "\n" << reference.out;
+    EXPECT_EQ(reference.out.find("\nverse 4: "), std::string::npos);
+
+    for (const char* file : {"utf16-mark.txt", "utf16-no-mark.txt", "latin1.txt"}) {
+        auto run = SongShow(file);
+        EXPECT_EQ(run.status, 0) << file << ": " << run.err;
+        EXPECT_EQ(run.out, reference.out) << file;
+    }
 }
 
 } // namespace
