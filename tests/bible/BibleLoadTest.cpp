@@ -39,14 +39,6 @@ std::string Numbered(int count, const std::vector<std::pair<int, std::string>>& 
     return ini;
 }
 
-SmartPtr<IFileArchive> OpenBible(const fs::path& path)
-{
-    auto bible = Create<IFileArchive>(L"VXBible");
-    EXPECT_TRUE(bible);
-    bible->put_Filename(Str(path.wstring()));
-    return bible;
-}
-
 // A line for each book, "name[abbreviation]:chapters", read as a user opens it; its
 // header must begin with the name the translation files it under. With verses, a line
 // for each verse follows ("Ruth 2:3 | text"), and the abbreviation, which the forms of

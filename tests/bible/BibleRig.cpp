@@ -1,11 +1,12 @@
 #include "bible/BibleRig.h"
 
+#include "bible/BookMaker.h"
+
 namespace vxtest {
 
 BibleRig::BibleRig(const std::filesystem::path& bible)
 {
-    m_Bible = Create<IFileArchive>(L"VXBible");
-    m_Bible->put_Filename(Str(bible.wstring()));
+    m_Bible = OpenBible(bible);
     m_Bible->Load();
     m_Manager = m_Bible.As<IUIManager>();
     m_Tree = Create<IUITree>(L"UITree");

@@ -35,6 +35,14 @@ SmartPtr<IVXBook> MakeBook(const BookContent& content)
     return book;
 }
 
+SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
+{
+    auto bible = Create<IFileArchive>(L"VXBible");
+    EXPECT_TRUE(bible);
+    bible->put_Filename(Str(path.wstring()));
+    return bible;
+}
+
 std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result)
 {
     SmartPtr<IString> text;

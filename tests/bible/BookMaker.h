@@ -26,6 +26,9 @@ SmartPtr<IFolderStream> BookStream(const BookContent& content);
 // A book read from its own file, named through its properties as a translation names it.
 SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& nameInText);
 
+// A Bible of that folder or file, named but not yet read.
+SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path);
+
 // The text of a verse or range, or "<fail>" with the result when there is none.
 std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result = nullptr);
 
