@@ -68,32 +68,6 @@ TEST(BibleTranslation, PackAndUnpackKeepEveryBook)
     }
 }
 
-TEST(BibleTranslation, RefusalsNameTheirCause)
-{
-    vxtest::TempFolder folder;
-    vxtest::WriteBytes(folder / "taken.tBL", "old");
-    std::filesystem::create_directories(folder / "empty");
-    struct Case {
-        std::string arguments;
-        int status;
-        const char* reason;
-    } cases[] = {
-        {"bible info", 2, "missing the Bible to read"},
-        {"bible info " + (folder / "none").string(), 1, "no such file or folder"},
-        {"bible info " + (folder / "empty").string(), 1, "no books found"},
-        {"bible pack " + SamplePath("bible"), 2, "missing --out"},
-        {"bible pack " + SamplePath("bible") + " --out " + (folder / "x.zip").string(), 2, "ends in .tBL"},
-        {"bible pack " + SamplePath("bible") + " --out " + (folder / "taken.tBL").string(), 1, "--force"},
-        {"bible unpack " + SamplePath("bible") + " --out a --bogus", 2, "unexpected argument \"--bogus\""},
-    };
-    for (const Case& c : cases) {
-        auto result = RunHost(c.arguments);
-        EXPECT_EQ(result.status, c.status) << c.arguments;
-        EXPECT_NE(result.err.find(c.reason), std::string::npos) << c.arguments << "\n" << result.err;
-    }
-    EXPECT_EQ(vxtest::ReadBytes(folder / "taken.tBL"), "old");
-}
-
 // The .bbl file as 8-bit text: its 16-bit units after the byte order mark.
 std::string BookText(const std::filesystem::path& file)
 {

@@ -18,6 +18,16 @@ struct HostResult {
 // runs in folder if one is given, else in the test's working directory.
 HostResult RunHost(const std::string& arguments, const std::string& folder = "");
 
+// A command that must fail: its exit status and a part of the one line it writes to stderr.
+struct Refusal {
+    std::string arguments;
+    int status;
+    std::string reason;
+};
+
+// Runs the command and checks that it fails so, with nothing on stdout.
+void ExpectRefusal(const Refusal& refusal);
+
 // The path in single quotes, for the shell.
 inline std::string Quote(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
 

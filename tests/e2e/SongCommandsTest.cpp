@@ -76,7 +76,7 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
     const std::string unwritable = Quote(folder / "plain.txt" / "x.sng");
     const std::string cannotRead = "vxhost: cannot read " + folder.Path().string();
     const std::string tooLong = (folder / std::string(260, 'x')).string();
-    struct Case { std::string arguments; int status; std::string message; } cases[] = {
+    const vxtest::Refusal cases[] = {
         {"song show " + missing, 1, cannotRead + "/missing.txt: no such file"},
         {"song show " + dir, 1, cannotRead + ": it is a folder"},
         {"song show " + Quote(folder / "empty.txt"), 1, cannotRead + "/empty.txt ("},
@@ -115,13 +115,8 @@ TEST(SongCommands, BadInputIsOneLineAndNothingIsWritten)
         {"song find " + dir, 2, "wrong number of arguments"},
         {"song find " + dir + " x --lines 3", 2, "unknown option --lines"},
     };
-    for (const Case& c : cases) {
-        auto run = RunHost(c.arguments);
-        EXPECT_EQ(run.status, c.status) << c.arguments << "\n" << run.err;
-        EXPECT_EQ(vxtest::LineCount(run.err), 1) << c.arguments << "\n" << run.err;
-        EXPECT_NE(run.err.find(c.message), std::string::npos) << c.arguments << "\n" << run.err;
-        EXPECT_EQ(run.out, "") << c.arguments;
-    }
+    for (const vxtest::Refusal& c : cases)
+        vxtest::ExpectRefusal(c);
     // Nothing new, and the old files as they were.
     EXPECT_EQ(vxtest::ReadBytes(folder / "kept.sng"), "old");
     EXPECT_EQ(vxtest::ReadBytes(folder / "plain.txt"), "a verse\n");
