@@ -202,11 +202,12 @@ TEST_F(BibleBook, NamesAreProperties)
     auto book = LoadBookFile(SamplePath("bible/Jonah.bbl"), L"Jonah");
     ASSERT_TRUE(book);
     auto properties = book.As<IUIPropInterrogateEx>();
+    EXPECT_EQ(properties->ControlEx(BOOK_PROP_USERNAME, Str(L"Jona")), S_OK);
     EXPECT_EQ(properties->ControlEx(BOOK_PROP_TRANSLATION, Str(L"KJV")), S_OK);
     SmartPtr<IUnknown> value;
     EXPECT_EQ(properties->InquireEx(BOOK_PROP_NAMEINTEXT, value.Receive()), PROPTYPE_STRING);
     EXPECT_EQ(Text(value), L"Jonah");
-    EXPECT_EQ(Narrow(HeaderOf(book, 1, 2)), "Jonah 2:3 [KJV]");
+    EXPECT_EQ(Narrow(HeaderOf(book, 1, 2)), "Jona 2:3 [KJV]") << "the user's name, not the one in the text";
 }
 
 TEST_F(BibleBook, SingleVersesAndRangesOfTheSamples)

@@ -47,7 +47,7 @@ int CountOf(IUnknown* node)
 // The sample Bible in a tree, with a screen that hears what the Bible fires.
 class BibleFindTest : public ModuleTest {
 protected:
-    BibleRig m_Rig{SamplePath("bible")};
+    BibleRig m_Rig{SamplePath("bible"), false};
     SmartPtr<IVXSearch> m_Bible = m_Rig.m_Bible.As<IVXSearch>();
     std::vector<vxtest::Heard>& Heard() { return m_Rig.Events(); }
 
