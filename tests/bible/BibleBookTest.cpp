@@ -107,7 +107,8 @@ TEST_F(BibleBook, ChaptersViewTheirStretchOfTheText)
         SmartPtr<IUnknown> chapter;
         QueryAs<ISuperCollection>(book.get())->get_Item(i, chapter.Receive());
         stretches += Text(chapter) + L"|";
-        EXPECT_LT(chapter.As<ISuperCollection>()->Add(Str(L"x"), Str(L"x"), nullptr, 0), 0) << "a chapter holds verses only";
+        EXPECT_LT(chapter.As<ISuperCollection>()->Add(Str(L"x"), Str(L"x"), nullptr, 0), 0)
+            << "a chapter holds verses only";
     }
     // The last chapter stops one character short of the end of the text.
     EXPECT_EQ(stretches, L"Ruth 1\n1:\ta\nnote\n|Ruth 2\n1:\tb\n2:\tc|");

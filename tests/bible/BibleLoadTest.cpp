@@ -73,7 +73,8 @@ std::vector<std::wstring> Contents(IFileArchive* bible, bool verses = false)
                 // that is how the cut files are written and read, not a difference of text.
                 if (!text.empty() && text.back() == L'\r')
                     text.pop_back();
-                lines.push_back(Text(name) + L" " + std::to_wstring(c + 1) + L":" + std::to_wstring(v + 1) + L" | " + text);
+                lines.push_back(Text(name) + L" " + std::to_wstring(c + 1) + L":" + std::to_wstring(v + 1) + L" | " +
+                                text);
             }
         }
     }

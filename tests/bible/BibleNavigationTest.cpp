@@ -65,7 +65,8 @@ TEST_F(BibleNavigationTest, KeysWalkVersesChaptersAndBooks)
         {0, 0, 2, pageUp, E_FAIL, L"none", L"1:\tRuth 2.1"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.book << " " << c.chapter << ":" << c.verse << " expecting " << Narrow(c.heard));
+        SCOPED_TRACE(testing::Message() << c.book << " " << c.chapter << ":" << c.verse << " expecting "
+                                        << Narrow(c.heard));
         BibleRig rig(WriteTestBible(m_Folder.Path()));
         rig.Click(rig.m_Bible, 1, 0, rig.VerseNode(c.book, c.chapter, c.verse));
         rig.Events().clear();

@@ -4,6 +4,9 @@
 
 namespace vxtest {
 
-inline std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
+inline std::string SamplePath(const std::string& relative)
+{
+    return std::string(VX_SOURCE_DIR) + "/samples/" + relative;
+}
 
 } // namespace vxtest
