@@ -4,10 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "bible/BibleRig.h"
 #include "bible/BookMaker.h"
 #include "support/Collections.h"
-#include "runtime/Object.h"
-#include "runtime/ObjectInfo.h"
 
 using namespace vxtest;
 
@@ -15,28 +14,6 @@ namespace {
 
 constexpr int kContents = 1, kRefine = 0x100, kQuiet = 0x400;
 const char* const kBooks[] = {"Ruth", "Jonah", "Philemon", "3 John", "Jude"};
-
-// Notes every NodeSelect: who fired it, the row, the node's text, a reference's count.
-class CFindProbe : public CObject<CFindProbe>, public IObjectInfoImpl<CFindProbe>, public _IUIContainerEvents {
-public:
-    static constexpr wchar_t kObjectName[] = L"FindProbe";
-    using Interfaces = QiList<Entry<IObjectInfo>, Entry<_IUIContainerEvents>>;
-    struct Heard {
-        IUnknown* source;
-        int row;
-        std::wstring text;
-        int count;
-    };
-    int32_t NodeSelect(IUnknown* source, int, int row, int, IUnknown* node) override
-    {
-        int count = -1;
-        if (auto reference = QueryAs<IVXTextReference>(node))
-            reference->GetPosition(nullptr, nullptr, &count);
-        m_Heard.push_back({source, row, Text(node), count});
-        return S_OK;
-    }
-    std::vector<Heard> m_Heard;
-};
 
 std::wstring W(const std::string& text) { return std::wstring(text.begin(), text.end()); }
 
@@ -51,54 +28,36 @@ std::wstring Lower(std::wstring text)
 std::vector<std::wstring> Headers(const std::wstring& out)
 {
     std::vector<std::wstring> headers;
-    size_t at = 0;
-    while ((at = out.find(L"\r\n\r\n", at)) != std::wstring::npos) {
+    for (size_t at = 0; (at = out.find(L"\r\n\r\n", at)) != std::wstring::npos;) {
         at += 4;
-        size_t end = out.find_first_of(L"\r\n", at);
-        headers.push_back(out.substr(at, end == std::wstring::npos ? std::wstring::npos : end - at));
+        headers.push_back(out.substr(at, out.find_first_of(L"\r\n", at) - at));
     }
     return headers;
 }
 
+// The count a reference gives for itself, or -1 for any other node.
+int CountOf(IUnknown* node)
+{
+    int count = -1;
+    if (auto reference = QueryAs<IVXTextReference>(node))
+        reference->GetPosition(nullptr, nullptr, &count);
+    return count;
+}
+
+// The sample Bible in a tree, with a screen that hears what the Bible fires.
 class BibleFindTest : public ModuleTest {
 protected:
-    void SetUp() override
-    {
-        ModuleTest::SetUp();
-        m_Bible = Create<IVXSearch>(L"VXBible");
-        ASSERT_TRUE(m_Bible);
-        auto file = m_Bible.As<IFileArchive>();
-        file->put_Filename(Str(W(SamplePath("bible"))));
-        ASSERT_EQ(file->Load(), S_OK);
-        m_Tree = Create<IUINodeContainer>(L"UITree");
-        ASSERT_EQ(m_Bible.As<IUIManager>()->put_UserInterface(m_Tree), S_OK);
-        m_Probe = SmartPtr<_IUIContainerEvents>::Adopt([] {
-            IID iid = IID__IUIContainerEvents;
-            void* made = nullptr;
-            CObject<CFindProbe>::_CreateInstance(nullptr, &iid, &made);
-            return static_cast<_IUIContainerEvents*>(made);
-        }());
-        m_Bible.As<IEventSource>()->Advise(m_Probe, ADVISE_ADD);
-    }
-    void TearDown() override
-    {
-        // The tree holds the Bible as its root: the cut ends that cycle.
-        if (m_Bible)
-            m_Bible.As<IUIManager>()->put_UserInterface(nullptr);
-    }
-
-    std::vector<CFindProbe::Heard>& Heard()
-    {
-        return static_cast<CFindProbe*>(static_cast<_IUIContainerEvents*>(m_Probe.get()))->m_Heard;
-    }
+    BibleRig m_Rig{SamplePath("bible"), false};
+    SmartPtr<IVXSearch> m_Bible = m_Rig.m_Bible.As<IVXSearch>();
+    std::vector<vxtest::Heard>& Heard() { return m_Rig.Events(); }
 
     // The label of the selected row up to its first tab, or "-" when none is selected.
     std::wstring Selected()
     {
         SmartPtr<IUnknown> root;
-        int row = m_Tree.As<IUITree>()->GetSelection(0, 2, root.Receive());
+        int row = m_Rig.m_Tree->GetSelection(0, 2, root.Receive());
         SmartPtr<IString> label;
-        if (row < 0 || m_Tree.As<IUITreeView>()->get_Row(row, label.Receive(), nullptr, nullptr) < 0)
+        if (row < 0 || m_Rig.m_Tree.As<IUITreeView>()->get_Row(row, label.Receive(), nullptr, nullptr) < 0)
             return L"-";
         std::wstring text = Text(label);
         return text.substr(0, text.find_first_of(L"\t\r"));
@@ -112,10 +71,12 @@ protected:
             *result = got;
         return Text(out);
     }
-
-    SmartPtr<IVXSearch> m_Bible;
-    SmartPtr<IUINodeContainer> m_Tree;
-    SmartPtr<_IUIContainerEvents> m_Probe;
+    std::vector<std::wstring> Shown()
+    {
+        SmartPtr<IUnknown> root;
+        m_Rig.m_Tree->get_Root(root.Receive());
+        return ItemNames(root);
+    }
 };
 
 // Each reference alone selects a row; as a list of one it gives its passage, whose
@@ -162,20 +123,16 @@ TEST_F(BibleFindTest, ReferencesSelectRowsAndGivePassages)
         std::wstring out = FindText(W(c.text) + L"\r\n", 0);
         ASSERT_EQ(Heard().size(), 1u);
         std::string header = c.header;
-        if (header == "-") {
-            EXPECT_EQ(out, L"");
-            EXPECT_EQ(Heard()[0].text, L"");
-        } else if (header.empty()) {
-            EXPECT_EQ(out, L"\r\n\r\n");
+        if (header == "-" || header.empty()) {
+            EXPECT_EQ(out, header.empty() ? L"\r\n\r\n" : L"");
+            EXPECT_EQ(Heard()[0].text, out);
         } else {
-            std::vector<std::wstring> headers = Headers(out);
-            ASSERT_FALSE(headers.empty());
-            EXPECT_EQ(headers[0], W(header));
+            ASSERT_FALSE(Headers(out).empty());
+            EXPECT_EQ(Headers(out)[0], W(header));
             std::string file = SamplePath(std::string("bible/") + kBooks[c.book] + ".bbl");
             int end = c.last;
             for (const SampleLine& line : SampleLines(file))
-                if (c.last == 0 && line.chapter == c.chapter - 1)
-                    ++end;
+                end += c.last == 0 && line.chapter == c.chapter - 1;
             for (int verse = c.first; verse <= end; ++verse)
                 EXPECT_NE(out.find(SampleVerse(file, c.chapter - 1, verse - 1).substr(0, 40)), std::wstring::npos)
                     << verse;
@@ -204,24 +161,20 @@ TEST_F(BibleFindTest, ListsShowEveryPassageAndFireOnce)
         {"Nowhere 1\r\n\r\nRuth 2:1\n", {L"Ruth 2:1 [KJV]"}, "sample", "1:"},
         {"Ruth 2\r\n", {L"Ruth 2"}, "bible", "Ruth 2"},
     };
-    IUnknown* bible = QueryAs<IUnknown>(m_Bible.get()).get();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
         std::wstring out = FindText(W(c.text), 0);
         EXPECT_EQ(Headers(out), c.headers);
         EXPECT_EQ(Selected(), W(c.row)) << "the first passage's row";
         ASSERT_EQ(Heard().size(), 1u);
-        const CFindProbe::Heard& heard = Heard()[0];
         std::string fired = c.fired;
-        EXPECT_EQ(heard.source == bible, fired != "copy");
-        EXPECT_EQ(heard.count, fired == "sample" ? 1 : -1);
-        if (fired != "sample") {
-            EXPECT_EQ(heard.text, out);
-        }
+        EXPECT_EQ(SameObject(Heard()[0].source, m_Bible), fired != "copy");
+        EXPECT_EQ(CountOf(Heard()[0].node), fired == "sample" ? 1 : -1);
+        EXPECT_TRUE(fired == "sample" || Heard()[0].text == out);
         Heard().clear();
 
         // Quiet: the same selection and text, and no event.
-        m_Tree.As<IUITree>()->Reset();
+        m_Rig.m_Tree->Reset();
         EXPECT_EQ(FindText(W(c.text), kQuiet), out);
         EXPECT_EQ(Selected(), W(c.row));
         EXPECT_TRUE(Heard().empty());
@@ -250,6 +203,7 @@ TEST_F(BibleFindTest, ContentSearchAndRefinement)
     } cases[] = {{"the lord", "said"}, {"MERCY", "peace"}, {"jonah", "fish"}, {"no such words", ""}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.phrase);
+        int32_t result = 0;
         std::vector<std::wstring> expected, refined;
         for (int b = 0; b < 5; ++b) {
             bool flat = b >= 2;
@@ -264,57 +218,48 @@ TEST_F(BibleFindTest, ContentSearchAndRefinement)
             }
         }
         SmartPtr<IUnknown> hits;
-        int32_t result = m_Bible->Find(Str(W(c.phrase)), kContents, hits.Receive());
-        EXPECT_EQ(result, expected.empty() ? S_FALSE : S_OK);
+        EXPECT_EQ(m_Bible->Find(Str(W(c.phrase)), kContents, hits.Receive()), expected.empty() ? S_FALSE : S_OK);
         EXPECT_EQ(ItemNames(hits), expected);
-        SmartPtr<IUnknown> root;
-        m_Tree.As<IUITree>()->get_Root(root.Receive());
-        EXPECT_EQ(ItemNames(root), expected) << "the tree shows the hits";
+        EXPECT_EQ(Shown(), expected) << "the tree shows the hits";
         EXPECT_EQ(Heard().size(), expected.empty() ? 0u : 1u);
-        Heard().clear();
         if (expected.empty())
             continue;
 
         // No book may be read for a refinement: each is marked unread, and stays so.
         EXPECT_EQ(MarkRead(0), std::vector<int>(5, 1));
-        SmartPtr<IUnknown> narrowed;
-        EXPECT_EQ(m_Bible->Find(Str(W(c.within)), kContents | kRefine, narrowed.Receive()),
-                  refined.empty() ? S_FALSE : S_OK);
-        SmartPtr<IUnknown> shown;
-        m_Tree.As<IUITree>()->get_Root(shown.Receive());
-        EXPECT_EQ(ItemNames(shown), refined);
+        FindText(W(c.within), kContents | kRefine, &result);
+        EXPECT_EQ(result, refined.empty() ? S_FALSE : S_OK);
+        EXPECT_EQ(Shown(), refined);
         EXPECT_EQ(MarkRead(1), std::vector<int>(5, 0));
         Heard().clear();
     }
     // An empty refinement ends the search: the tree shows the books again.
     EXPECT_EQ(FindText(L" ", kContents | kRefine), L"");
     SmartPtr<IUnknown> root;
-    m_Tree.As<IUITree>()->get_Root(root.Receive());
+    m_Rig.m_Tree->get_Root(root.Receive());
     EXPECT_TRUE(SameObject(root, m_Bible));
 }
 
 // Hits hold their books, and a book its own hits: all of it goes with the Bible.
 TEST_F(BibleFindTest, ABibleWithHitsIsFreed)
 {
-    SmartPtr<IUnknown> ruth;
-    m_Bible.As<INamedCollection>()->get_Item(0, ruth.Receive());
+    SmartPtr<IUnknown> ruth = QueryAs<IUnknown>(m_Rig.Book(0));
     EXPECT_EQ(m_Bible->Find(Str(L"the"), kContents, nullptr), S_OK);
-    EXPECT_EQ(FindText(L"Ruth 1:16\r\n", 0).empty(), false);
+    EXPECT_NE(FindText(L"Ruth 1:16\r\n", 0), L"");
     SmartPtr<IUnknown> hits;
     ruth.As<IVXSearch>()->Find(Str(L"Boaz"), 0, hits.Receive());
     hits = nullptr;
-    m_Bible.As<IUIManager>()->put_UserInterface(nullptr);
-    m_Bible = nullptr;
-    m_Tree = nullptr;
-    // Only this test's own reference is left.
-    EXPECT_EQ(ruth->AddRef(), 2);
-    ruth->Release();
+    Heard().clear();
+    m_Rig.Untie();
+    m_Rig.m_Books.clear();
+    m_Rig.m_Bible = nullptr, m_Rig.m_Manager = nullptr, m_Rig.m_Tree = nullptr, m_Bible = nullptr;
+    EXPECT_EQ(OtherHolds(ruth), 0);
 }
 
 // Without a tree a reference search has nowhere to go; a content search still runs.
 TEST_F(BibleFindTest, WithoutATree)
 {
-    m_Bible.As<IUIManager>()->put_UserInterface(nullptr);
+    m_Rig.m_Manager->put_UserInterface(nullptr);
     int32_t result = 0;
     FindText(L"Ruth 1:1", 0, &result);
     EXPECT_EQ(result, E_FAIL);

@@ -1,13 +1,18 @@
 // A translation as it comes to exist: a folder of book files with or without its
-// bible.ini, a packed file written from it and read back, and an XML Bible.
+// bible.ini, a packed file written from it and read back, an XML Bible, and an HTML
+// Bible cut into book files.
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "bible/BookMaker.h"
+#include "support/Collections.h"
 
 using namespace vxtest;
 
 namespace {
+
+namespace fs = std::filesystem;
 
 // A book file whose chapter headings open with `heading`.
 std::string BookFile(const std::string& heading, int chapters)
@@ -34,55 +39,94 @@ std::string Numbered(int count, const std::vector<std::pair<int, std::string>>& 
     return ini;
 }
 
-SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
+// A line for each book, "name[abbreviation]:chapters", read as a user opens it; its
+// header must begin with the name the translation files it under. With verses, a line
+// for each verse follows ("Ruth 2:3 | text"), and the abbreviation, which the forms of
+// one translation need not share, is left out.
+std::vector<std::wstring> Contents(IFileArchive* bible, bool verses = false)
 {
-    auto bible = Create<IFileArchive>(L"VXBible");
-    EXPECT_TRUE(bible);
-    bible->put_Filename(Str(path.wstring()));
+    auto books = QueryAs<INamedCollection>(bible);
+    std::vector<std::wstring> lines;
+    for (int i = 0, count = Count(books); i < count; ++i) {
+        SmartPtr<IString> name, header;
+        SmartPtr<IUnknown> item;
+        books->get_ItemName(i, name.Receive());
+        books->get_Item(i, item.Receive());
+        if (auto file = item.As<IFileArchive>())
+            file->Load();
+        auto book = item.As<IVXBook>();
+        int chapters = 0;
+        book->get_ChapterCount(&chapters);
+        book->Header(header.Receive(), 0, 0, 1, nullptr);
+        std::wstring full = Text(header);
+        size_t open = full.find(L'[');
+        std::wstring abbreviation = open == std::wstring::npos ? L"" : full.substr(open + 1, full.size() - open - 2);
+        if (full.rfind(Text(name) + L" ", 0) != 0)
+            abbreviation = L"header " + full;
+        lines.push_back(Text(name) + (verses ? L"" : L"[" + abbreviation + L"]") + L":" + std::to_wstring(chapters));
+        for (int c = 0; verses && c < chapters; ++c) {
+            int count = 0;
+            book->get_VerseCount(c, &count);
+            for (int v = 0; v < count; ++v) {
+                std::wstring text = Verse(book, c, v, 1);
+                // A cut HTML Bible ends its lines in CR LF, and a book's line keeps its CR:
+                // that is how the cut files are written and read, not a difference of text.
+                if (!text.empty() && text.back() == L'\r')
+                    text.pop_back();
+                lines.push_back(Text(name) + L" " + std::to_wstring(c + 1) + L":" + std::to_wstring(v + 1) + L" | " +
+                                text);
+            }
+        }
+    }
+    return lines;
+}
+
+std::wstring Books(IFileArchive* bible)
+{
+    std::wstring out;
+    for (const std::wstring& line : Contents(bible))
+        out += (out.empty() ? L"" : L" ") + line;
+    return out;
+}
+
+SmartPtr<IFileArchive> LoadBible(const fs::path& path)
+{
+    auto bible = OpenBible(path);
+    EXPECT_GE(bible->Load(), 0) << path;
     return bible;
 }
 
-// The books as "name[abbreviation]:chapters", one after the other.
-std::wstring Books(IFileArchive* bible)
+// Packs a copy of the sample folder beside it and removes the copy: what is read
+// afterwards comes from the packed file alone.
+fs::path Pack(const fs::path& copy)
 {
-    auto books = QueryAs<INamedCollection>(bible);
-    int count = 0;
-    books->get_Count(&count);
-    std::wstring out;
-    for (int i = 0; i < count; ++i) {
-        SmartPtr<IString> name;
-        books->get_ItemName(i, name.Receive());
-        SmartPtr<IUnknown> item;
-        books->get_Item(i, item.Receive());
-        auto book = item.As<IVXBook>();
-        // A book is read on first use, which the caller makes.
-        if (auto file = item.As<IFileArchive>())
-            file->Load();
-        int chapters = 0;
-        book->get_ChapterCount(&chapters);
-        std::wstring abbreviation;
-        if (auto properties = item.As<IUIPropInterrogateEx>()) {
-            // A folder's book carries its names as properties: both names are the
-            // one the translation files it under.
-            std::wstring values[3];
-            for (int id : {BOOK_PROP_USERNAME, BOOK_PROP_NAMEINTEXT, BOOK_PROP_TRANSLATION}) {
-                SmartPtr<IUnknown> value;
-                properties->InquireEx(id, value.Receive());
-                values[id - 1] = Text(value);
-            }
-            if (values[0] != Text(name) || values[1] != Text(name))
-                abbreviation = L"names " + values[0] + L"/" + values[1] + L" ";
-            abbreviation += values[2];
-        } else {
-            SmartPtr<IString> header;
-            book->Header(header.Receive(), 0, 0, 1, nullptr);
-            std::wstring full = Text(header);
-            size_t open = full.find(L'[');
-            abbreviation = open == std::wstring::npos ? L"" : full.substr(open + 1, full.size() - open - 2);
-        }
-        out += (i ? L" " : L"") + Text(name) + L"[" + abbreviation + L"]:" + std::to_wstring(chapters);
+    fs::copy(SamplePath("bible"), copy);
+    EXPECT_EQ(LoadBible(copy)->Save(), S_OK);
+    fs::remove_all(copy);
+    return copy.string() + ".tBL";
+}
+
+// Cuts the sample HTML into book files and gathers them in `folder`. The cutting writes
+// to a fixed name in the working folder, so it runs in a folder of its own that sees
+// the modules through a link.
+fs::path CutHtml(const fs::path& work, const fs::path& folder)
+{
+    fs::create_directories(work);
+    fs::create_directories(folder);
+    fs::create_directory_symlink(fs::current_path() / "_binlinux", work / "_binlinux");
+    auto bible = Create<IFileArchive>(L"VXBible");
+    bible->put_Filename(Str(fs::path(SamplePath("bible-html/sample.htm")).wstring()));
+    fs::path back = fs::current_path();
+    fs::current_path(work);
+    EXPECT_EQ(bible->Load(), S_OK);
+    fs::current_path(back);
+    const std::string prefix = "C:\\Bible\\";
+    for (const auto& entry : fs::directory_iterator(work)) {
+        std::string name = entry.path().filename().string();
+        if (name.rfind(prefix, 0) == 0)
+            fs::rename(entry.path(), folder / name.substr(prefix.size()));
     }
-    return out;
+    return folder;
 }
 
 class BibleLoadTest : public ModuleTest {
@@ -124,12 +168,12 @@ TEST_F(BibleLoadTest, FolderBooksFollowBibleIni)
     };
     for (const Case& c : cases) {
         auto folder = m_Folder / c.folder;
-        std::filesystem::create_directories(folder);
+        fs::create_directories(folder);
         if (!c.ini.empty())
             WriteBytes(folder / "bible.ini", c.ini);
         for (const auto& [file, heading] : c.files) {
             if (file.back() == '/')
-                std::filesystem::create_directories(folder / file);
+                fs::create_directories(folder / file);
             else
                 WriteBytes(folder / (file + ".bbl"), BookFile(heading, file == "Jude" ? 1 : 2));
         }
@@ -142,7 +186,7 @@ TEST_F(BibleLoadTest, FolderBooksFollowBibleIni)
 TEST_F(BibleLoadTest, LoadsOnceUntilRenamed)
 {
     auto folder = m_Folder / "Once";
-    std::filesystem::create_directories(folder);
+    fs::create_directories(folder);
     WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
     auto bible = OpenBible(folder);
     ASSERT_EQ(bible->Load(), S_OK);
@@ -153,40 +197,17 @@ TEST_F(BibleLoadTest, LoadsOnceUntilRenamed)
     bible->put_Filename(Str(folder.wstring()));
     ASSERT_EQ(bible->Load(), S_OK);
     EXPECT_EQ(Books(bible), L"Ruth[O]:2 Jude[O]:1");
-}
-
-TEST_F(BibleLoadTest, PackedFileHoldsTheWholeText)
-{
-    auto folder = m_Folder / "Packed";
-    std::filesystem::create_directories(folder);
-    WriteBytes(folder / "bible.ini", "[Bible]\r\nAbbreviation=PK\r\n");
-    WriteBytes(folder / "Genesis.bbl", BookFile("Genesis", 2));
-    WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
-    {
-        auto bible = OpenBible(folder);
-        ASSERT_EQ(bible->Load(), S_OK);
-        ASSERT_EQ(bible->Save(), S_OK);
-    }
-    // The book files are gone: what is read comes from the packed file alone.
-    std::filesystem::remove_all(folder);
-    auto packed = OpenBible(m_Folder / "Packed.tBL");
-    ASSERT_EQ(packed->Load(), S_OK);
-    EXPECT_EQ(Books(packed), L"Genesis[PK]:2 Jude[PK]:1");
-    SmartPtr<IUnknown> genesis;
-    QueryAs<INamedCollection>(packed.get())->get_Item(0, genesis.Receive());
-    EXPECT_EQ(Verse(genesis.As<IVXBook>(), 1, 0, 1).substr(0, 12), L"1:\tFirst of ");
-
-    auto empty = Create<IFileArchive>(L"VXBible");
-    EXPECT_EQ(empty->Save(), E_FAIL);
+    // A packed file that is not there fails once; a Bible with no file has nothing to pack.
     auto missing = OpenBible(m_Folder / "none.tBL");
     EXPECT_LT(missing->Load(), 0);
     EXPECT_EQ(missing->Load(), S_OK);
+    EXPECT_EQ(Create<IFileArchive>(L"VXBible")->Save(), E_FAIL);
 }
 
 TEST_F(BibleLoadTest, InsideAnotherDocumentOnlyTheFileIsKept)
 {
     auto folder = m_Folder / "Kept";
-    std::filesystem::create_directories(folder);
+    fs::create_directories(folder);
     WriteBytes(folder / "Jude.bbl", BookFile("Jude", 1));
     auto stream = Create<IFolderStream>(L"FolderStream");
     {
@@ -218,6 +239,36 @@ TEST_F(BibleLoadTest, XMLBibleMakesBooksOfTheBookEntries)
     SmartPtr<IUnknown> ruth;
     QueryAs<INamedCollection>(bible.get())->get_Item(0, ruth.Receive());
     EXPECT_EQ(Verse(ruth.As<IVXBook>(), 1, 0, 1), L"1:\tAnd Naomi");
+}
+
+// The sample translation in all four forms it comes in: its folder, a packed file made
+// from it, its XML file and its HTML file cut into book files. Every form must give the
+// same books, names, chapters and verses.
+TEST_F(BibleLoadTest, EveryFormReadsTheSameBible)
+{
+    std::vector<std::wstring> expected = Contents(LoadBible(SamplePath("bible")), true);
+    // Five books: Ruth 85 verses, Jonah 48, Philemon 25, 3 John 14, Jude 25.
+    ASSERT_EQ(expected.size(), 5u + 85 + 48 + 25 + 14 + 25);
+    EXPECT_EQ(expected[0], L"Ruth:4");
+    EXPECT_EQ(expected.back().substr(0, 16), L"Jude 1:25 | 25:\t");
+
+    struct Form {
+        const char* name;
+        fs::path path;
+    } forms[] = {
+        {"packed", Pack(m_Folder / "kjv")},
+        {"xml", SamplePath("bible-xml/kjv-sample.xml")},
+        {"html", CutHtml(m_Folder / "work", m_Folder / "html")},
+    };
+    for (const Form& form : forms) {
+        std::vector<std::wstring> lines = Contents(LoadBible(form.path), true);
+        EXPECT_EQ(lines.size(), expected.size()) << form.name;
+        for (size_t i = 0; i < lines.size() && i < expected.size(); ++i)
+            if (lines[i] != expected[i]) {
+                ADD_FAILURE() << form.name << ": " << Narrow(lines[i]) << "\n  expected " << Narrow(expected[i]);
+                break;
+            }
+    }
 }
 
 } // namespace

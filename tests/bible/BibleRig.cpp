@@ -1,11 +1,12 @@
 #include "bible/BibleRig.h"
 
+#include "bible/BookMaker.h"
+
 namespace vxtest {
 
-BibleRig::BibleRig(const std::filesystem::path& bible)
+BibleRig::BibleRig(const std::filesystem::path& bible, bool read)
 {
-    m_Bible = Create<IFileArchive>(L"VXBible");
-    m_Bible->put_Filename(Str(bible.wstring()));
+    m_Bible = OpenBible(bible);
     m_Bible->Load();
     m_Manager = m_Bible.As<IUIManager>();
     m_Tree = Create<IUITree>(L"UITree");
@@ -19,7 +20,8 @@ BibleRig::BibleRig(const std::filesystem::path& bible)
     auto books = m_Bible.As<ISimpleCollection>();
     SmartPtr<IUnknown> item;
     for (int i = 0; books->get_Item(i, item.Receive()) >= 0; ++i, item.Clear()) {
-        item.As<IFileArchive>()->Load();
+        if (read)
+            item.As<IFileArchive>()->Load();
         m_Books.push_back(item.As<IVXBook>());
     }
 }

@@ -35,7 +35,8 @@ inline int OtherHolds(IUnknown* object) { return object->AddRef(), object->Relea
 
 class BibleRig {
 public:
-    explicit BibleRig(const std::filesystem::path& bible);
+    // With read false the books are left for the Bible to read when it needs them.
+    explicit BibleRig(const std::filesystem::path& bible, bool read = true);
     ~BibleRig() { Untie(); }
     BibleRig(const BibleRig&) = delete;
     BibleRig& operator=(const BibleRig&) = delete;

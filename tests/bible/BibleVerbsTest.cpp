@@ -1,6 +1,7 @@
 // The Bible's own menu: offered where the registry switches it on, with the verbs
 // enabled by the Bible's form, and the actions that pack and unpack a translation.
 #include "bible/BibleRig.h"
+#include "bible/BookMaker.h"
 #include "bible/VXBible.h"
 #include "support/Collections.h"
 #include "support/ScopedRegistry.h"
@@ -13,8 +14,7 @@ class BibleVerbsTest : public ModuleTest {
 protected:
     SmartPtr<IUIVerbCollectionSpecify> Open(const std::filesystem::path& path)
     {
-        auto bible = Create<IFileArchive>(L"VXBible");
-        bible->put_Filename(Str(path.wstring()));
+        auto bible = OpenBible(path);
         bible->Load();
         return bible.As<IUIVerbCollectionSpecify>();
     }

@@ -35,6 +35,14 @@ SmartPtr<IVXBook> MakeBook(const BookContent& content)
     return book;
 }
 
+SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path)
+{
+    auto bible = Create<IFileArchive>(L"VXBible");
+    EXPECT_TRUE(bible);
+    bible->put_Filename(Str(path.wstring()));
+    return bible;
+}
+
 std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result)
 {
     SmartPtr<IString> text;
@@ -60,8 +68,6 @@ SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& name
         return {};
     return book;
 }
-
-std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
 
 std::vector<SampleLine> SampleLines(const std::string& file)
 {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "support/Fixture.h"
+#include "support/Samples.h"
 
 namespace vxtest {
 
@@ -25,15 +26,11 @@ SmartPtr<IFolderStream> BookStream(const BookContent& content);
 // A book read from its own file, named through its properties as a translation names it.
 SmartPtr<IVXBook> LoadBookFile(const std::string& file, const std::wstring& nameInText);
 
+// A Bible of that folder or file, named but not yet read.
+SmartPtr<IFileArchive> OpenBible(const std::filesystem::path& path);
+
 // The text of a verse or range, or "<fail>" with the result when there is none.
 std::wstring Verse(IVXBook* book, int chapter, int verse, int count, int32_t* result = nullptr);
-
-} // namespace vxtest
-
-namespace vxtest {
-
-// A path under the source tree's samples folder.
-std::string SamplePath(const std::string& relative);
 
 // The text of a sample book's verse as the source has it: "N:\ttext" lines under
 // "NAME CHAPTER" headings, read straight from the file's UTF-16.

@@ -55,40 +55,33 @@ TEST(BibleConvert, TheSampleBecomesAFolderBible)
 
 TEST(BibleConvert, BadInputAndTargetsFailClearly)
 {
+    const std::string text = "A\r\n1\r\n1. x\r\n";
     struct Case {
-        const char* m_What;
-        std::string m_Input; // file content; "<none>" for no file
-        const char* m_Target; // below the temporary folder
-        const char* m_Extra;
-        int m_Status;
-        const char* m_Message;
-    };
-    const Case cases[] = {
-        {"empty file", "", "out", "", 1, "is empty"},
-        {"no book line", "1. In the beginning\r\n2. And\r\n", "out", "", 1, "no book title"},
-        {"binary", std::string("\x7F" "ELF\x02\x01\x01\0\0\0\x03\x00", 12), "out", "", 1, "not a text file"},
-        {"missing", "<none>", "out", "", 1, "cannot read"},
-        {"target is a file", "A\r\n1\r\n1. x\r\n", "in.txt", "", 1, "not a folder"},
-        {"unwritable target", "A\r\n1\r\n1. x\r\n", "in.txt/sub/out", "", 1, "cannot write"},
-        {"unknown option", "A\r\n1\r\n1. x\r\n", "out", "--fast", 2, "unknown option"},
-        {"two inputs", "A\r\n1\r\n1. x\r\n", "out", "other.txt", 2, "one long text"},
+        std::string input; // the file's content; "<none>" for no file
+        const char* target; // below the temporary folder, and what follows it
+        int status;
+        const char* message;
+    } cases[] = {
+        {"", "out", 1, "is empty"},
+        {"1. In the beginning\r\n2. And\r\n", "out", 1, "no book title"},
+        {std::string("\x7F" "ELF\x02\x01\x01\0\0\0\x03\x00", 12), "out", 1, "not a text file"},
+        {"<none>", "out", 1, "cannot read"},
+        {text, "in.txt", 1, "not a folder"},
+        {text, "in.txt/sub/out", 1, "cannot write"},
+        {text, "out --fast", 2, "unknown option"},
+        {text, "out other.txt", 2, "one long text"},
     };
     for (const Case& c : cases) {
         vxtest::TempFolder folder;
-        if (c.m_Input != "<none>")
-            vxtest::WriteBytes(folder / "in.txt", c.m_Input);
-        fs::path target = folder / c.m_Target;
-        auto result =
-            RunHost("bible convert " + Quote(folder / "in.txt") + " --out " + Quote(target) + " " + c.m_Extra);
-        EXPECT_EQ(result.status, c.m_Status) << c.m_What;
-        EXPECT_NE(result.err.find(c.m_Message), std::string::npos) << c.m_What << ": " << result.err;
-        EXPECT_EQ(result.out, "") << c.m_What;
-        EXPECT_FALSE(fs::exists(folder / "out")) << c.m_What;
-        EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{}) << c.m_What;
+        if (c.input != "<none>")
+            vxtest::WriteBytes(folder / "in.txt", c.input);
+        vxtest::ExpectRefusal({"bible convert " + Quote(folder / "in.txt") + " --out " + folder.Path().string() + "/" +
+                                   c.target,
+                               c.status, c.message});
+        EXPECT_FALSE(fs::exists(folder / "out")) << c.target;
+        EXPECT_EQ(Leftovers(folder.Path()), std::vector<std::string>{}) << c.target;
     }
-    auto missingOut = RunHost("bible convert x.txt");
-    EXPECT_EQ(missingOut.status, 2);
-    EXPECT_NE(missingOut.err.find("--out"), std::string::npos);
+    vxtest::ExpectRefusal({"bible convert x.txt", 2, "--out"});
     EXPECT_EQ(RunHost("bible convert --help").status, 0);
 }
 

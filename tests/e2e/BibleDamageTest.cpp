@@ -1,7 +1,6 @@
 // Damaged translations: a packed file cut short or overwritten, an XML Bible that is not
-// well-formed, a bible.ini that names books that aren't there. Reading one gives a clear
-// failure or the books that can be read, never a crash, and leaves the files as they were;
-// the host says what is wrong in one line.
+// well-formed, a bible.ini that names books that aren't there. The host reads the books
+// that can be read or says in one line what is wrong, and leaves the files as they were.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -44,7 +43,7 @@ TEST(BibleDamage, DamagedTranslationsFailCleanly)
         const char* name; // a file, or a folder when it has no extension
         std::string bytes; // the file's, or the folder's Ruth.bbl
         std::string ini; // the folder's bible.ini
-        int books; // that can be read; 0: none, and the host fails
+        int books; // that can be read (1: Ruth alone); 0: none, and the host fails
         const char* reason = "no books found";
     } cases[] = {
         {"half.tBL", packed.substr(0, packed.size() / 2), "", 0, kDamaged},
@@ -72,32 +71,14 @@ TEST(BibleDamage, DamagedTranslationsFailCleanly)
                 WriteBytes(path / "Ruth.bbl", c.bytes);
         }
         auto before = Snapshot(folder.Path());
-
-        auto bible = Create<IFileArchive>(L"VXBible");
-        bible->put_Filename(Str(path.wstring()));
-        bible->Load();
-        int count = -1;
-        QueryAs<ISimpleCollection>(bible.get())->get_Count(&count);
-        EXPECT_EQ(count, c.books) << c.name;
-        // Whatever was found reads to its end.
-        for (int i = 0; i < count; ++i) {
-            SmartPtr<IUnknown> item;
-            QueryAs<ISimpleCollection>(bible.get())->get_Item(i, item.Receive());
-            if (auto file = item.As<IFileArchive>())
-                file->Load();
-            int chapters = 0;
-            item.As<IVXBook>()->get_ChapterCount(&chapters);
-            EXPECT_EQ(chapters, 4) << c.name;
-        }
-        bible = nullptr;
-
         auto info = RunHost("bible info " + Quote(path));
         if (c.books == 0) {
             EXPECT_EQ(info.status, 1) << c.name;
             EXPECT_EQ(info.err, "vxhost: " + path.string() + ": " + c.reason + "\n") << c.name;
         } else {
+            // Whatever was found reads to its end.
             EXPECT_EQ(info.status, 0) << c.name << ": " << info.err;
-            EXPECT_NE(info.out.find("books: " + std::to_string(c.books) + "\n"), std::string::npos) << info.out;
+            EXPECT_EQ(info.out.rfind("books: 1\nbook: Ruth, chapters: 4\n", 0), 0u) << info.out;
         }
         EXPECT_EQ(Snapshot(folder.Path()), before) << c.name;
     }

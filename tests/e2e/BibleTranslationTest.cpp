@@ -48,11 +48,7 @@ TEST(BibleTranslation, PackAndUnpackKeepEveryBook)
             EXPECT_EQ(result.out, step.out) << step.arguments;
         }
     }
-    // Nothing is left behind beside the targets.
-    int entries = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-        entries += entry.exists() ? 1 : 0;
-    EXPECT_EQ(entries, 2);
+    EXPECT_EQ(vxtest::Entries(folder.Path()), 2) << "nothing is left beside the targets";
 
     // The packed file is a plain zip archive that holds each book's text.
     std::string listing = (folder / "listing").string();
@@ -70,32 +66,6 @@ TEST(BibleTranslation, PackAndUnpackKeepEveryBook)
                   vxtest::ReadBytes(SamplePath("bible/" + std::string(book) + ".bbl")) + std::string(2, '\0'))
             << book;
     }
-}
-
-TEST(BibleTranslation, RefusalsNameTheirCause)
-{
-    vxtest::TempFolder folder;
-    vxtest::WriteBytes(folder / "taken.tBL", "old");
-    std::filesystem::create_directories(folder / "empty");
-    struct Case {
-        std::string arguments;
-        int status;
-        const char* reason;
-    } cases[] = {
-        {"bible info", 2, "missing the Bible to read"},
-        {"bible info " + (folder / "none").string(), 1, "no such file or folder"},
-        {"bible info " + (folder / "empty").string(), 1, "no books found"},
-        {"bible pack " + SamplePath("bible"), 2, "missing --out"},
-        {"bible pack " + SamplePath("bible") + " --out " + (folder / "x.zip").string(), 2, "ends in .tBL"},
-        {"bible pack " + SamplePath("bible") + " --out " + (folder / "taken.tBL").string(), 1, "--force"},
-        {"bible unpack " + SamplePath("bible") + " --out a --bogus", 2, "unexpected argument \"--bogus\""},
-    };
-    for (const Case& c : cases) {
-        auto result = RunHost(c.arguments);
-        EXPECT_EQ(result.status, c.status) << c.arguments;
-        EXPECT_NE(result.err.find(c.reason), std::string::npos) << c.arguments << "\n" << result.err;
-    }
-    EXPECT_EQ(vxtest::ReadBytes(folder / "taken.tBL"), "old");
 }
 
 // The .bbl file as 8-bit text: its 16-bit units after the byte order mark.
@@ -127,10 +97,7 @@ TEST(BibleTranslation, HtmlIsCutIntoBookFiles)
         vxtest::WriteBytes(folder / "in.htm", c.html);
         auto result = RunHost("bible from-html " + (folder / "in.htm").string() + " --out " + (folder / "out").string());
         ASSERT_EQ(result.status, 0) << c.html << "\n" << result.err;
-        size_t files = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(folder / "out"))
-            files += entry.exists() ? 1 : 0;
-        EXPECT_EQ(files, c.books.size()) << c.html;
+        EXPECT_EQ(vxtest::Entries(folder / "out"), long(c.books.size())) << c.html;
         for (const auto& [file, text] : c.books)
             EXPECT_EQ(BookText(folder / "out" / file), text) << c.html;
     }

@@ -4,25 +4,18 @@
 #include <cstdio>
 #include <filesystem>
 #include <set>
-#include <sstream>
 
 namespace {
 
 std::set<std::string> DefinedSymbols(const std::filesystem::path& module)
 {
-    std::string command = "nm -D --defined-only '" + module.string() + "' 2>/dev/null";
     std::set<std::string> symbols;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return symbols;
-    char line[4096];
-    while (fgets(line, sizeof line, pipe)) {
-        std::istringstream fields(line);
-        std::string address, type, name;
-        if (fields >> address >> type >> name)
-            symbols.insert(name);
-    }
-    pclose(pipe);
+    FILE* pipe = popen(("nm -D --defined-only '" + module.string() + "' 2>/dev/null").c_str(), "r");
+    char address[256], type[8], name[1024];
+    while (pipe && fscanf(pipe, "%255s %7s %1023s", address, type, name) == 3)
+        symbols.insert(name);
+    if (pipe)
+        pclose(pipe);
     return symbols;
 }
 

@@ -30,6 +30,13 @@ HostResult RunHost(const std::string& arguments, const std::string& folder)
     return result;
 }
 
-std::string SamplePath(const std::string& relative) { return std::string(VX_SOURCE_DIR) + "/samples/" + relative; }
+void ExpectRefusal(const Refusal& refusal)
+{
+    HostResult result = RunHost(refusal.arguments);
+    EXPECT_EQ(result.status, refusal.status) << refusal.arguments;
+    EXPECT_NE(result.err.find(refusal.reason), std::string::npos) << refusal.arguments << "\n" << result.err;
+    EXPECT_EQ(LineCount(result.err), 1) << refusal.arguments << "\n" << result.err;
+    EXPECT_EQ(result.out, "") << refusal.arguments;
+}
 
 } // namespace vxtest
