@@ -1,7 +1,10 @@
 // How a translation comes to exist: from a folder of book files, a packed file or an XML file.
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstring>
 #include <cwctype>
 #include <string>
 
@@ -22,19 +25,52 @@ std::wstring Copy(tagREFString view)
     return view.m_Length > 0 && view.m_Buffer ? std::wstring(view.m_Buffer, size_t(view.m_Length)) : std::wstring();
 }
 
-// A path leads to a file when it opens for reading and is no folder.
-bool LeadsToFile(const std::wstring& path)
-{
-    char name[kFileNameBytes];
-    FileNameToUTF8(CREFString(path.data(), int32_t(path.size())), name);
-    // Asked of every book a translation lists, so without opening anything, and with one
-    // call where the file's mode already lets everybody read it.
-    struct stat status;
-    if (::stat(name, &status) != 0 || S_ISDIR(status.st_mode))
-        return false;
-    constexpr mode_t kReadableByAll = S_IRUSR | S_IRGRP | S_IROTH;
-    return (status.st_mode & kReadableByAll) == kReadableByAll || ::access(name, R_OK) == 0;
-}
+// The folder a translation's books are looked for in, opened once: each book's name is
+// then looked up from there, not walked to from the root again.
+class BookFolder {
+public:
+    explicit BookFolder(const std::wstring& folder)
+    {
+        char name[kFileNameBytes];
+        FileNameToUTF8(CREFString(folder.data(), int32_t(folder.size())), name);
+        m_Prefix = std::string(name) + "/";
+        if (name[0] != '\0')
+            m_Folder = ::open(name, O_PATH | O_DIRECTORY | O_CLOEXEC);
+    }
+    ~BookFolder()
+    {
+        if (m_Folder >= 0)
+            ::close(m_Folder);
+    }
+    BookFolder(const BookFolder&) = delete;
+    BookFolder& operator=(const BookFolder&) = delete;
+
+    // A path leads to a file when it opens for reading and is no folder. Asked of every
+    // book a translation lists, so without opening anything, and with one call where
+    // the file's mode already lets everybody read it.
+    bool LeadsToFile(const std::wstring& path) const
+    {
+        char name[kFileNameBytes];
+        FileNameToUTF8(CREFString(path.data(), int32_t(path.size())), name);
+        int folder = AT_FDCWD;
+        const char* rest = name;
+        size_t prefix = m_Prefix.size();
+        if (m_Folder >= 0 && m_Prefix.compare(0, prefix, name, std::min(prefix, std::strlen(name))) == 0 &&
+            name[prefix] != '\0' && name[prefix] != '/') {
+            folder = m_Folder;
+            rest = name + prefix;
+        }
+        struct stat status;
+        if (::fstatat(folder, rest, &status, 0) != 0 || S_ISDIR(status.st_mode))
+            return false;
+        constexpr mode_t kReadableByAll = S_IRUSR | S_IRGRP | S_IROTH;
+        return (status.st_mode & kReadableByAll) == kReadableByAll || ::faccessat(folder, rest, R_OK, 0) == 0;
+    }
+
+private:
+    std::string m_Prefix;
+    int m_Folder = -1;
+};
 
 bool IsNamed(tagREFString text, const wchar_t* name)
 {
@@ -144,6 +180,7 @@ int32_t CVXBible::Load(IString* folder)
         if (count > 1)
             books = count;
     }
+    BookFolder files(base);
     for (int i = 1; i <= books; ++i) {
         // Past the table only bible.ini can name a book.
         std::wstring tableName = i <= BIBLE_BOOK_COUNT ? BIBLEBOOKS[i - 1] : L"";
@@ -159,9 +196,9 @@ int32_t CVXBible::Load(IString* folder)
         CREFString trimmed(configured.get());
         trimmed.TrimLeft(false);
         std::wstring path;
-        if (!trimmed.IsEmpty() && LeadsToFile(base + L"/" + Copy(trimmed) + L".bbl"))
+        if (!trimmed.IsEmpty() && files.LeadsToFile(base + L"/" + Copy(trimmed) + L".bbl"))
             path = base + L"/" + Copy(trimmed) + L".bbl";
-        else if (!tableName.empty() && LeadsToFile(base + L"/" + tableName + L".bbl"))
+        else if (!tableName.empty() && files.LeadsToFile(base + L"/" + tableName + L".bbl"))
             path = base + L"/" + tableName + L".bbl";
         if (path.empty())
             continue;
