@@ -7,6 +7,7 @@
 #include "persistence/TextLine.h"
 #include "runtime/Factories.h"
 #include "runtime/ValueConversion.h"
+#include "songs/SongSearch.h"
 
 namespace {
 
@@ -76,6 +77,25 @@ void CVXBibleChapter::CutPendingVerses()
         }
     }
     Unlock();
+}
+
+bool CVXBibleChapter::PendingCannotHold(const CREFString& text)
+{
+    // The stretch is searched as one text. The search starts afresh at each line when
+    // the text doesn't begin with what a line's start drops (a blank, a control, a
+    // stray mark), so the stretch lacks the text only where every line does. (A text
+    // with a line break is in no line, and the stretch may hold it: the verses are cut.)
+    if (text.m_Length < 1 || !text.m_Buffer)
+        return false;
+    CREFString start = text;
+    TextTrimLeft(start);
+    if (start.m_Buffer != text.m_Buffer)
+        return false;
+    Lock();
+    bool lacks = m_PendingBegin &&
+                 !ContainsNoCase(CREFString(m_PendingBegin, int32_t(m_PendingEnd - m_PendingBegin)), text);
+    Unlock();
+    return lacks;
 }
 
 // A book of one chapter keeps its verses in its own collection, without their lengths.

@@ -1,6 +1,7 @@
 // The content search over one book: every verse line that holds the text, each
 // under a label with the book, the chapter and the whole line.
 #include "bible/VXBibleBook.h"
+#include "bible/VXBibleChapter.h"
 #include "runtime/Factories.h"
 #include "runtime/ValueConversion.h"
 #include "songs/SongSearch.h"
@@ -63,6 +64,11 @@ int32_t CVXBibleBook::Find(IString* text, int, IUnknown** result)
         }
         auto chapter = item.As<ISuperCollection>();
         if (!chapter)
+            continue;
+        // A chapter whose verses are still uncut text is looked through as that text:
+        // most chapters hold no hit and need no verse objects.
+        auto* own = dynamic_cast<CVXBibleChapter*>(chapter.get());
+        if (own && own->PendingCannotHold(pattern))
             continue;
         int verses = 0;
         chapter->get_Count(&verses);

@@ -26,6 +26,9 @@ public:
     // their verses are never looked at. Every road to the verse list cuts them first.
     void SetPendingVerses(const wchar_t* begin, const wchar_t* end, int chapterNumber);
     void CutPendingVerses();
+    // True when the verses are still uncut and none of their lines can hold the text, as
+    // a search looks for it: the search needs no verse of this chapter then.
+    bool PendingCannotHold(const CREFString& text);
 
     int32_t get_Count(int* count) override { return CutPendingVerses(), Collection::get_Count(count); }
     int32_t get_Item(int index, IUnknown** item) override { return CutPendingVerses(), Collection::get_Item(index, item); }

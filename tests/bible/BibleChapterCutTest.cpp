@@ -102,3 +102,41 @@ TEST_F(BibleChapterCut, AClearedChapterStaysEmptyAndAHeldOneOutlivesItsBook)
 }
 
 } // namespace
+
+namespace {
+
+// The hits of a content search of the book by their labels, "|" between them.
+std::wstring Hits(IVXBook* book, const wchar_t* text)
+{
+    SmartPtr<IUnknown> found;
+    auto query = SmartPtr<IString>::Adopt(ISCreate(CREFString(text)));
+    auto hits = QueryAs<IVXSearch>(book)->Find(query, 0, found.Receive()) == S_OK ? found.As<ISuperCollection>()
+                                                                                   : nullptr;
+    int count = 0;
+    if (hits)
+        hits->get_Count(&count);
+    std::wstring labels;
+    for (int i = 0; i < count; ++i) {
+        SmartPtr<IString> label;
+        hits->get_ItemName(i, label.Receive());
+        labels += (i ? L"|" : L"") + Text(label);
+    }
+    return labels;
+}
+
+TEST_F(BibleChapterCut, ASearchFindsWhatItFindsInCutVerses)
+{
+    // Texts that an uncut chapter is looked through for as a whole, and texts it can't
+    // be (a line break, a blank or a mark at the start), found or not.
+    const wchar_t* texts[] = {L"d", L"\tE", L"3:", L"not", L"zzz", L" a", L"a\n2", L"\xEF" L"1", L"C\r"};
+    for (const wchar_t* text : texts) {
+        auto uncut = MakeBook({L"Ruth", L"Ruth", L"", kRuth});
+        auto cut = MakeBook({L"Ruth", L"Ruth", L"", kRuth});
+        ASSERT_TRUE(uncut && cut);
+        for (int i = 0; i < 3; ++i)
+            Verses(ChapterOf(cut, i));
+        EXPECT_EQ(Narrow(Hits(uncut, text)), Narrow(Hits(cut, text))) << Narrow(text);
+    }
+}
+
+} // namespace
