@@ -2,11 +2,11 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
-#include "host/HostPrint.h"
 #include <regex>
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
+#include "host/HostPrint.h"
 #include "host/HostText.h"
 #include "persistence/FileBuffer.h"
 #include "persistence/TextLine.h"

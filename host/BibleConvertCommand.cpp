@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include "host/HostPrint.h"
 #include <iterator>
 #include <system_error>
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
+#include "host/HostPrint.h"
 #include "host/HostText.h"
 #include "persistence/FileBuffer.h"
 #include "runtime/ValueConversion.h"

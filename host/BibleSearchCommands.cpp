@@ -2,10 +2,9 @@
 // the way the program's search box gives them, with a tree to show the result in.
 #include <unistd.h>
 
-#include "host/HostPrint.h"
-
 #include "host/Host.h"
 #include "host/HostBible.h"
+#include "host/HostPrint.h"
 #include "host/HostShownBible.h"
 #include "host/HostEnvironment.h"
 #include "host/HostText.h"

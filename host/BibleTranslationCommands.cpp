@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include "host/HostPrint.h"
 #include <system_error>
 
 #include "host/Host.h"
 #include "host/HostBible.h"
 #include "host/HostEnvironment.h"
+#include "host/HostPrint.h"
 #include "host/HostText.h"
 #include "host/HostTranslation.h"
 #include "runtime/ValueConversion.h"

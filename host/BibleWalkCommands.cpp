@@ -4,11 +4,11 @@
 
 #include <cstring>
 #include <filesystem>
-#include "host/HostPrint.h"
 #include <system_error>
 
 #include "host/Host.h"
 #include "host/HostOptions.h"
+#include "host/HostPrint.h"
 #include "host/HostShownBible.h"
 #include "host/HostBible.h"
 #include "host/HostEnvironment.h"

@@ -1,10 +1,10 @@
 // vxhost demo: a tour over the bundled samples, showing what the module does.
 #include <algorithm>
 #include <filesystem>
-#include "host/HostPrint.h"
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
+#include "host/HostPrint.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "host/HostOptions.h"
 
 #include <algorithm>
+
 #include "host/HostPrint.h"
 
 bool HostParseOptions(const Arguments& arguments, HostOptions* options, std::string* error, const Arguments& valued,

@@ -2,9 +2,8 @@
 
 #include <unistd.h>
 
-#include "host/HostPrint.h"
-
 #include "host/HostBible.h"
+#include "host/HostPrint.h"
 
 ShownBible::ShownBible(const std::string& path) : m_Bible(LoadTranslation(path))
 {

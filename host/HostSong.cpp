@@ -2,9 +2,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include "host/HostPrint.h"
 #include <iterator>
 
+#include "host/HostPrint.h"
 #include "host/HostText.h"
 #include "persistence/FileBuffer.h"
 #include "persistence/FileNameUTF8.h"

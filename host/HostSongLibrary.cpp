@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
-#include "host/HostPrint.h"
 
+#include "host/HostPrint.h"
 #include "host/HostSong.h"
 #include "persistence/FileBuffer.h"
 #include "persistence/TextDetect.h"

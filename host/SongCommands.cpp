@@ -1,11 +1,11 @@
 // vxhost song ...: songs as an operator prepares them for a service.
 #include <filesystem>
-#include "host/HostPrint.h"
 #include <iterator>
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
 #include "host/HostOptions.h"
+#include "host/HostPrint.h"
 #include "host/HostSong.h"
 #include "host/HostSongLibrary.h"
 #include "host/HostText.h"

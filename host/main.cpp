@@ -2,10 +2,10 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
-#include "host/HostPrint.h"
 
 #include "host/Host.h"
 #include "host/HostEnvironment.h"
+#include "host/HostPrint.h"
 #include "runtime/Module.h"
 
 namespace {
