@@ -3,6 +3,7 @@
 // lists them, and the object saves and loads them all, through this one frame.
 // Header-only: the verse, the Bible and the book are the same code.
 #pragma once
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
@@ -345,14 +346,33 @@ public:
 
     // Registers a property whose choices are the "|"-separated text of string table
     // entry id of the owner's component (or of the table that owner names). The
-    // choices hold values[i], or their index when values is null.
-    int32_t PropE(int id, void* value, int type, IUnknown* owner, int reserved, int* values)
+    // choices hold values[i], or their index when there are no values. The values come
+    // as an array whose length is known: a list of more choices than values gives the
+    // extra choices their index rather than reading past the array.
+    int32_t PropE(int id, void* value, int type, IUnknown* owner, int /*reserved*/, std::nullptr_t)
     {
-        return PropE(id, id, value, type, owner, values);
+        return PropEntries(id, id, value, type, owner, nullptr, 0);
+    }
+    template <size_t N>
+    int32_t PropE(int id, void* value, int type, IUnknown* owner, int /*reserved*/, const int (&values)[N])
+    {
+        return PropEntries(id, id, value, type, owner, values, N);
     }
 
     // The same with the choices of another entry: several properties may share one list.
-    int32_t PropE(int id, int entryID, void* value, int type, IUnknown* owner, int* values)
+    int32_t PropE(int id, int entryID, void* value, int type, IUnknown* owner, std::nullptr_t)
+    {
+        return PropEntries(id, entryID, value, type, owner, nullptr, 0);
+    }
+    template <size_t N>
+    int32_t PropE(int id, int entryID, void* value, int type, IUnknown* owner, const int (&values)[N])
+    {
+        return PropEntries(id, entryID, value, type, owner, values, N);
+    }
+
+private:
+    int32_t PropEntries(int id, int entryID, void* value, int type, IUnknown* owner, const int* values,
+                        size_t valueCount)
     {
         SmartPtr<IString> text = PROPOwnerTableText(owner, static_cast<T*>(this)->Primary(), entryID);
         if (!text || CREFString(text.get()).IsEmpty())
@@ -368,7 +388,7 @@ public:
                 ++end;
             auto choice = SmartPtr<IVariant>::Adopt(CREFString::CreateVariant());
             if (choice)
-                choice->put_Integer(values ? values[index] : index);
+                choice->put_Integer(size_t(index) < valueCount ? values[index] : index);
             auto label = SmartPtr<IString>::Adopt(ISCreate(CREFString(all.m_Buffer + start, end - start)));
             choices->Add(label, choice, nullptr, 0);
             start = end + 1;
@@ -379,6 +399,7 @@ public:
         return S_OK;
     }
 
+public:
     // Forgets every property. A count outside 1 to 1000 means a table torn down
     // already, or never built, and is left alone.
     void ClearProperties()

@@ -200,9 +200,14 @@ TEST_F(PropInterrogateTest, RangesAndEnumerations)
     ASSERT_EQ(p->PropE(30, &spare, PROPTYPE_INT, Str(L"Spare"), 0, values), S_OK);
     face->ParameterEnumeration(30, choices.Receive());
     EXPECT_EQ(Choices(choices), L"Never=10 First=20 Last=30 All=40");
+    // Fewer values than choices: the rest hold their index, nothing is read past the values.
+    int two[] = {10, 20};
+    ASSERT_EQ(p->PropE(31, 30, &spare, PROPTYPE_INT, Str(L"Spare"), two), S_OK);
+    face->ParameterEnumeration(31, choices.Receive());
+    EXPECT_EQ(Choices(choices), L"Never=10 First=20 Last=2 All=3");
     int count = 0;
     face->Inquire(PROPERTY_COUNT, &count);
-    EXPECT_EQ(count, 13);
+    EXPECT_EQ(count, 14);
 }
 
 TEST_F(PropInterrogateTest, MissingOrDamagedTableGivesNoChoicesAndNumericKeys)
