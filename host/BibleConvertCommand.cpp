@@ -295,9 +295,10 @@ int BibleConvert(const Arguments& arguments)
     fs::path work = staging.string() + ".in";
     fs::create_directory(work, error);
 
-    if (isatty(2))
+    if (isatty(2)) {
         HostErr() << "converting " << options.m_Input << " ...";
         HostErr().Flush();
+    }
     std::string input = CopyWithCRLF(bytes, work);
     bytes.clear();
     bytes.shrink_to_fit();

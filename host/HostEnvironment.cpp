@@ -77,4 +77,5 @@ void HostUseLargePages()
     static void* volatile below = nullptr;
     if (heap && begin - at > 64)
         below = std::malloc(begin - at - 64);
+    (void)below;
 }

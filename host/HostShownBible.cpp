@@ -31,9 +31,10 @@ void ShownBible::ReadBooks()
             if (file->Inquire(ARCHIVE_HASFILE, &read) >= 0 && read == 0)
                 file->Load();
         }
-        if (terminal)
+        if (terminal) {
             HostErr() << "\rreading books: " << i + 1 << "/" << count;
             HostErr().Flush();
+        }
     }
     if (terminal && count > 0)
         HostErr() << '\n';
