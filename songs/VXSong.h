@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "persistence/FileArchiveImpl.h"
-#include "persistence/NamedCollection.h"
+#include "persistence/PendingCollection.h"
 #include "runtime/Object.h"
 #include "runtime/ObjectInfo.h"
 #include "runtime/ResourceLock.h"
@@ -26,13 +26,13 @@ class CVXSong : public CObject<CVXSong>,
                 public IVXSearch,
                 public IParent,
                 public ICreatableString,
-                public INamedCollectionImpl<CVXSong, ISuperCollection, IVXSongVerse>,
+                public IPendingCollectionImpl<CVXSong, IVXSongVerse>,
                 public IFileArchiveImpl<CVXSong, IFileArchive>,
                 public IUIPropertyPageSpecify,
                 public IRenderableObject {
 public:
     static constexpr wchar_t kObjectName[] = L"VXSong";
-    using Collection = INamedCollectionImpl<CVXSong, ISuperCollection, IVXSongVerse>;
+    using Collection = IPendingCollectionImpl<CVXSong, IVXSongVerse>;
     using Archive = IFileArchiveImpl<CVXSong, IFileArchive>;
     using Collection::Load;
     using Collection::Save;
@@ -85,27 +85,6 @@ public:
     // Empties the verses and tells the owner; the attributes stay.
     int32_t Clear() override;
 
-    // The verse list as the collection keeps it; each first cuts the verses of a
-    // song that was read for its attributes alone (see LoadAttributes).
-    int32_t get_Count(int* count) override;
-    int32_t get_Item(int index, IUnknown** item) override;
-    int32_t get_Index(IUnknown* key, int* index) override;
-    int32_t get_ItemName(int index, IString** name) override;
-    int32_t Rename(int index, IString* name) override;
-    int32_t CollectionLock() override;
-    int32_t get_ItemAttached(int index, IUnknown** attached) override;
-    int32_t put_ItemAttached(int index, IUnknown* attached) override;
-    int32_t get_ItemFlags(int index, int* flags) override;
-    int32_t put_ItemFlags(int index, int flags) override;
-    int32_t put_Item(int index, IUnknown* item) override;
-    int32_t Add(IString* name, IUnknown* item, IUnknown* attached, int flags) override;
-    int32_t Insert(int index, IString* name, IUnknown* item, IUnknown* attached, int flags) override;
-    int32_t Remove(int index) override;
-    int32_t Query(const IID& iid, int index, short attached, int* found) override;
-    int32_t Sort(int flags, void* compare) override;
-    int32_t CollectionClear() override;
-    int32_t Save(IDataStream* stream, int flags) override;
-    int32_t Load(IDataStream* stream, int flags) override;
 
     // The one place where verses are created.
     int32_t AddVerse(CREFString name, CREFString text, int index);
@@ -119,8 +98,10 @@ private:
     // The common part of Load and LoadAttributes.
     void ReadFile(bool cutVerses);
     // Cuts the verses that LoadAttributes left, as Load would have; the song stays
-    // as modified as it was.
+    // as modified as it was. Every road to the verse list comes here first.
     void CutPendingVerses();
+    void DropPendingVerses();
+    friend Collection;
     // Looks through the verses that LoadAttributes left uncut, without making them:
     // *found tells whether the text of one contains query. False, with nothing
     // looked at, when no verses wait uncut.
