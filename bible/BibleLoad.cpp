@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstring>
 #include <cwctype>
 #include <string>
@@ -55,8 +54,8 @@ public:
         int folder = AT_FDCWD;
         const char* rest = name;
         size_t prefix = m_Prefix.size();
-        if (m_Folder >= 0 && m_Prefix.compare(0, prefix, name, std::min(prefix, std::strlen(name))) == 0 &&
-            name[prefix] != '\0' && name[prefix] != '/') {
+        if (m_Folder >= 0 && std::strncmp(name, m_Prefix.c_str(), prefix) == 0 && name[prefix] != '\0' &&
+            name[prefix] != '/') {
             folder = m_Folder;
             rest = name + prefix;
         }
