@@ -66,6 +66,15 @@ CREFString::CREFString(IUnknown* object) : tagREFString{0, nullptr}
     m_Length = length;
 }
 
+CREFString::CREFString(IString* string) : tagREFString{0, nullptr}
+{
+    if (!string)
+        return;
+    int length = 0;
+    string->GetBuffer(&m_Buffer, &length);
+    m_Length = length;
+}
+
 int32_t CREFString::GetLine(CREFString* out, bool advance, wchar_t separator, bool strip)
 {
     if (m_Length == 0) {

@@ -6,6 +6,7 @@
 #include <cwchar>
 
 struct IUnknown;
+struct IString;
 struct ICreatableString;
 struct IVariant;
 struct ISuperCollection;
@@ -33,6 +34,8 @@ public:
     // Any object: takes the text of its IString face, if it has one. The view is
     // valid only while the caller keeps the object alive.
     explicit CREFString(IUnknown* object);
+    // A string's own text, without asking for the face it already is.
+    explicit CREFString(IString* string);
 
     CREFString(const CREFString&) = default;
     CREFString& operator=(const CREFString&) = default;
