@@ -56,15 +56,8 @@ bool IsBreak(wchar_t c) { return c == L'\n' || c == L'\r'; }
 
 } // namespace
 
-CREFString::CREFString(IUnknown* object) : tagREFString{0, nullptr}
-{
-    auto string = QueryAs<IString>(object);
-    if (!string)
-        return;
-    int length = 0;
-    string->GetBuffer(&m_Buffer, &length);
-    m_Length = length;
-}
+// The face is released again at once: the object itself keeps the text alive.
+CREFString::CREFString(IUnknown* object) : CREFString(QueryAs<IString>(object).get()) {}
 
 CREFString::CREFString(IString* string) : tagREFString{0, nullptr}
 {
