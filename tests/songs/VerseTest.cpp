@@ -100,22 +100,8 @@ TEST_F(VerseTest, EditBiasAndProperties)
     EXPECT_EQ(ItemNames(choices), (std::vector<std::wstring>{L"Never", L"First", L"Last", L"All"}));
 }
 
-TEST_F(VerseTest, WithoutAStringTableTheDisplaysStillWork)
-{
-    TempFolder folder;
-    setenv("VX_STRINGTABLE", (folder / "missing.ini").c_str(), 1);
-    auto verse = Verse();
-    SmartPtr<IUnknown> choices;
-    EXPECT_EQ(QueryAs<IUIPropInterrogateEx>(verse.get())->ParameterEnumeration(VERSE_HEADERDISPLAY, choices.Receive()),
-              E_INVALIDARG);
-    EXPECT_EQ(Number(verse, VERSE_PROPERTYCOUNT), 10);
-    EXPECT_EQ(verse->Control(VERSE_HEADERDISPLAY, DISPLAY_LAST), S_OK);
-    EXPECT_EQ(verse->Inquire(VERSE_FOOTERDISPLAY, nullptr), 67);
-    EXPECT_EQ(Number(verse, VERSE_HEADERDISPLAY), DISPLAY_LAST);
-}
-
 // A song reads the string table once while it cuts its text, and a later cut sees the
-// file as it is then: changed, gone, or back.
+// file as it is then: changed, gone, or back. Without labels the displays are still properties.
 TEST_F(VerseTest, EachCutReadsTheLabelsTableAsItIsThen)
 {
     TempFolder folder;
@@ -145,6 +131,8 @@ TEST_F(VerseTest, EachCutReadsTheLabelsTableAsItIsThen)
             EXPECT_EQ(Labels(song, code), three) << step.what;
             EXPECT_EQ(Labels(other, code), two) << step.what;
         }
+        EXPECT_EQ(Number(VerseAt(song, 0), VERSE_PROPERTYCOUNT), 10) << step.what;
+        EXPECT_EQ(VerseAt(other, 1)->Inquire(VERSE_FOOTERDISPLAY, nullptr), 67) << step.what;
     }
 }
 
