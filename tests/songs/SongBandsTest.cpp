@@ -125,28 +125,4 @@ TEST_F(SongBands, PartsOfEachBand)
     }
 }
 
-// The pages of a song ask for its text, so they read the file.
-class SongPages : public SongTest {};
-
-TEST_F(SongPages, FourPagesAndTheSongRead)
-{
-    TempFolder folder;
-    WriteBytes(folder / "hymn.txt", "Be thou my vision\n");
-    auto song = NewSong();
-    song.As<IFileArchive>()->put_Filename(Str((folder / "hymn.txt").wstring()));
-    SmartPtr<INamedCollection> pages;
-    ASSERT_EQ(song.As<IUIPropertyPageSpecify>()->GetPages(0, pages.Receive(), nullptr), S_OK);
-    std::vector<std::wstring> components;
-    for (int i = 0; i < 4; ++i) {
-        SmartPtr<IUnknown> component;
-        pages->get_Item(i, component.Receive());
-        components.push_back(Text(component));
-    }
-    EXPECT_EQ(ItemNames(pages), (std::vector<std::wstring>{L"Song", L"Text", L"Attributes", L""}));
-    EXPECT_EQ(components, (std::vector<std::wstring>{L"VXVisualText", L"VXTextPropPage", L"UIParametersPropPage",
-                                                     L"UIFileArchivePropPage"}));
-    EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"Be thou my vision"});
-    EXPECT_EQ(ArchiveFlag(song, ARCHIVE_HASFILE), 2);
-}
-
 } // namespace

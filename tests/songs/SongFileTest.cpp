@@ -1,6 +1,7 @@
 // Song files: the lazy Load, the byte form of Save, plain text files in any encoding,
-// and the attributes a file brings.
+// the attributes a file brings, and the pages that read it.
 #include "songs/SongSupport.h"
+#include "support/Collections.h"
 #include "support/Streams.h"
 #include "support/TextBytes.h"
 
@@ -99,6 +100,27 @@ TEST_F(SongFile, LoadIsLazyAndUnloadReadsAgain)
     EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"new"});
     // Attributes from the first reading keep their values; new names join.
     EXPECT_EQ(AttributesOf(song), (Attributes{{L"Title", L"Old"}, {L"Author", L""}, {L"key", L"D"}}));
+}
+
+// The pages of a song ask for its text, so they read the file.
+TEST_F(SongFile, FourPagesAndTheSongRead)
+{
+    WriteBytes(m_Folder / "hymn.txt", "Be thou my vision\n");
+    auto song = NewSong();
+    song.As<IFileArchive>()->put_Filename(Str((m_Folder / "hymn.txt").wstring()));
+    SmartPtr<INamedCollection> pages;
+    ASSERT_EQ(song.As<IUIPropertyPageSpecify>()->GetPages(0, pages.Receive(), nullptr), S_OK);
+    std::vector<std::wstring> components;
+    for (int i = 0; i < 4; ++i) {
+        SmartPtr<IUnknown> component;
+        pages->get_Item(i, component.Receive());
+        components.push_back(Text(component));
+    }
+    EXPECT_EQ(ItemNames(pages), (std::vector<std::wstring>{L"Song", L"Text", L"Attributes", L""}));
+    EXPECT_EQ(components, (std::vector<std::wstring>{L"VXVisualText", L"VXTextPropPage", L"UIParametersPropPage",
+                                                     L"UIFileArchivePropPage"}));
+    EXPECT_EQ(VersesOf(song).texts, std::vector<std::wstring>{L"Be thou my vision"});
+    EXPECT_EQ(ArchiveFlag(song, ARCHIVE_HASFILE), 2);
 }
 
 TEST_F(SongFile, ReadAndWriteFailuresAreQuiet)
