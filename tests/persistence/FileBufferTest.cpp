@@ -65,7 +65,7 @@ struct LoadCase {
 TEST(FileBuffer, DetectsAndDecodesEachForm)
 {
     const LoadCase cases[] = {
-        {"mark at the start", Bytes("\xFF\xFE\x41\x00\x0A\x00", 6), 1, 0, S_OK, {0x41, 0x0A, 0}},
+        {"mark at the start, checking mode", Bytes("\xFF\xFE\x41\x00\x0A\x00", 6), 2, 0, S_OK, {0x41, 0x0A, 0}},
         {"mark at 4 comes through as a negative unit", Bytes("ABCD\xFF\xFE\x45\x00", 8), 1, 0, S_OK,
          {0x4443, 0xFFFFFEFF, 0x45, 0}},
         {"mark at 8 is the last one looked for", Bytes("ABCDEFGH\xFE\xFF", 10), 1, 0, S_OK,
@@ -209,28 +209,6 @@ TEST(FileBuffer, SavesWideTextAsSixteenBitUnits)
         EXPECT_EQ(SaveWide(file, c.m_Text, c.m_Size, c.m_Append), c.m_Result);
         EXPECT_EQ(vxtest::ReadBytes(file), c.m_After);
     }
-}
-
-TEST(FileBuffer, SavesBytesAndReadsThemBack)
-{
-    vxtest::TempFolder folder;
-    std::wstring name = Wide((folder / "bytes.txt").string());
-    unsigned char first[] = "one ";
-    unsigned char second[] = "two";
-    EXPECT_EQ(FileArchiveSave(View(name), first, 4, 0, 0), S_OK);
-    EXPECT_EQ(FileArchiveSave(View(name), second, 3, 0, 1), S_OK);
-    EXPECT_EQ(vxtest::ReadBytes(folder / "bytes.txt"), "one two");
-    // Writing nothing is a failure that still leaves the file, emptied.
-    EXPECT_EQ(FileArchiveSave(View(name), first, 0, 0, 0), E_FAIL);
-    EXPECT_TRUE(std::filesystem::exists(folder / "bytes.txt"));
-    EXPECT_EQ(vxtest::ReadBytes(folder / "bytes.txt"), "");
-
-    // A wide save reads back as the same text behind the mark, with the counted zero.
-    std::vector<wchar_t> text = {L'S', wchar_t(0xE9), L'\n'};
-    EXPECT_EQ(SaveWide(folder / "wide.txt", text, 12, 0), S_OK);
-    Loaded loaded = Load(folder / "wide.txt", FILELOAD_TEXTCHECK);
-    EXPECT_EQ(loaded.m_Result, S_OK);
-    EXPECT_EQ(loaded.m_Elements, (Elements{'S', 0xE9, '\n', 0}));
 }
 
 } // namespace

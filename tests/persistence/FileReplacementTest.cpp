@@ -29,15 +29,17 @@ TEST(FileReplacement, OldFileSurvivesAFailedSave)
     WriteBytes(folder / "kept.txt", "old");
     fs::create_directory(folder / "folder.txt");
     // content: what the target holds after, "-" for no file
-    struct Case { const char* what; fs::path target; short append; int32_t result; std::string content; } cases[] = {
-        {"a new file", folder / "new.txt", 0, S_OK, "new"},
-        {"an old file replaced", folder / "kept.txt", 0, S_OK, "new"},
-        {"appended in place", folder / "kept.txt", 1, S_OK, "newnew"},
-        {"a folder in the way stays", folder / "folder.txt", 0, E_FAIL, "-"},
-        {"a missing folder", folder / "no" / "such.txt", 0, E_FAIL, "-"},
+    struct Case { const char* what; fs::path target; std::string bytes; short append; int32_t result;
+        std::string content; } cases[] = {
+        {"a new file", folder / "new.txt", "new", 0, S_OK, "new"},
+        {"an old file replaced", folder / "kept.txt", "new", 0, S_OK, "new"},
+        {"appended in place", folder / "kept.txt", "new", 1, S_OK, "newnew"},
+        {"a folder in the way stays", folder / "folder.txt", "new", 0, E_FAIL, "-"},
+        {"a missing folder", folder / "no" / "such.txt", "new", 0, E_FAIL, "-"},
+        {"writing nothing fails, yet leaves the file emptied", folder / "new.txt", "", 0, E_FAIL, ""},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(Save(c.target, "new", c.append), c.result) << c.what;
+        EXPECT_EQ(Save(c.target, c.bytes, c.append), c.result) << c.what;
         if (c.content == "-")
             EXPECT_FALSE(fs::is_regular_file(c.target)) << c.what;
         else
