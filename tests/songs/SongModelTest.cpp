@@ -108,10 +108,12 @@ TEST_F(SongModel, EventsAndTheFlagOfModification)
     for (const auto& step : steps) {
         probe->m_Count = 0;
         step.run();
-        if (step.events >= 0)
+        if (step.events >= 0) {
             EXPECT_EQ(probe->m_Count, step.events) << step.what;
-        if (step.modified >= 0)
+        }
+        if (step.modified >= 0) {
             EXPECT_EQ(ArchiveFlag(song, ARCHIVE_MODIFIED), step.modified) << step.what;
+        }
     }
     SmartPtr<IUnknown> parent;
     EXPECT_EQ(song.As<IParent>()->get_Parent(parent.Receive()), S_OK);
