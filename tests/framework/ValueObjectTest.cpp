@@ -1,5 +1,6 @@
 // The framework's value objects: the variant's kinds, and a component record bound
-// to an object. (The plain list shares its items with the string collection's test.)
+// to an object. The plain list keeps its items as the string collection does; its
+// bounds are checked there.
 #include <functional>
 #include <string>
 
