@@ -114,11 +114,8 @@ TEST_F(FolderStreamTest, EveryKindReadsBackByNameAndPositionStoredOrDeflated)
         ASSERT_GE(root->ReadData(Str(L"Flags"), &flags, 4, 0), 0);
         EXPECT_EQ(flags, 0x1234);
 
-        void* bytes = nullptr;
-        unsigned long size = 0;
         ASSERT_GE(root->OpenBlock(Str(L"Text")), 0);
-        ASSERT_GE(root->GetBuffer(&bytes, &size), 0);
-        EXPECT_EQ(std::string(static_cast<char*>(bytes), size), "abcd");
+        EXPECT_EQ(Buffer(root), "abcd");
 
         auto verse = Open(root, Str(L"Verse 1/2"));
         ASSERT_TRUE(verse);
