@@ -1,21 +1,13 @@
 // "QIFFileEx": PNG pictures of each colour type read into the same RGBA pixels,
 // and every kind of bad file refused without leaving a picture behind.
 #include "framework/Renderer/RecordingCanvas.h"
-#include "support/Fixture.h"
+#include "support/Streams.h"
 
 using namespace vxtest;
 
 namespace {
 
 std::filesystem::path Icon(const char* name) { return std::filesystem::path(VX_SOURCE_DIR) / "icons" / name; }
-
-// Loads the file into the picture object; Load's result.
-int32_t Load(IRenderableObject* picture, const std::filesystem::path& file)
-{
-    auto archive = QueryAs<IFileArchive>(picture);
-    archive->put_Filename(Str(file.wstring()));
-    return archive->Load();
-}
 
 class PictureFileTest : public ModuleTest {};
 
@@ -33,7 +25,7 @@ TEST_F(PictureFileTest, EachColourTypeGivesRGBAPixels)
     };
     for (const Case& c : cases) {
         auto picture = Create<IRenderableObject>(L"QIFFileEx");
-        ASSERT_EQ(Load(picture, Icon(c.file)), S_OK) << c.file;
+        ASSERT_EQ(ArchiveLoad(picture, Icon(c.file)), S_OK) << c.file;
         RecordingCanvas canvas;
         CANVASRect rect{7, 9, 64, 48};
         ASSERT_EQ(picture->Render(canvas.Handle(), &rect, nullptr, 0), S_OK);
@@ -65,11 +57,11 @@ TEST_F(PictureFileTest, BadFilesFailAndForgetTheOldPicture)
     for (const auto& [name, bytes] : cases) {
         // The object held a picture before: a failed load must not draw it any more.
         auto picture = Create<IRenderableObject>(L"QIFFileEx");
-        ASSERT_EQ(Load(picture, Icon("VXSong.png")), S_OK);
+        ASSERT_EQ(ArchiveLoad(picture, Icon("VXSong.png")), S_OK);
         std::filesystem::path file = folder / (std::string(name) + ".png");
         if (std::string(name) != "missing")
             WriteBytes(file, bytes);
-        EXPECT_LT(Load(picture, file), 0) << name;
+        EXPECT_LT(ArchiveLoad(picture, file), 0) << name;
         RecordingCanvas canvas;
         EXPECT_EQ(picture->Render(canvas.Handle(), nullptr, nullptr, 0), E_FAIL) << name;
         EXPECT_TRUE(canvas.m_Calls.empty()) << name;

@@ -107,12 +107,9 @@ TEST_F(UITest, RowsFollowWhatIsOpen)
 
 TEST_F(UITest, OnlyModeSevenReportsTheSelection)
 {
-    auto probe = SmartPtr<_IUIContainerEvents>::Adopt([] {
-        IID iid = IID__IUIContainerEvents;
-        void* made = nullptr;
-        CObject<CSelectProbe>::_CreateInstance(nullptr, &iid, &made);
-        return static_cast<_IUIContainerEvents*>(made);
-    }());
+    SmartPtr<_IUIContainerEvents> probe;
+    IID iid = IID__IUIContainerEvents;
+    ASSERT_EQ(CObject<CSelectProbe>::_CreateInstance(nullptr, &iid, probe.ReceiveVoid()), S_OK);
     ASSERT_EQ(m_Tree.As<IEventSource>()->Advise(probe, ADVISE_ADD), S_OK);
     m_Tree->Expand(m_Root, 0);
     struct Case { int row, mode; int32_t result; int selected; const wchar_t* heard; } cases[] = {
@@ -133,12 +130,9 @@ TEST_F(UITest, OnlyModeSevenReportsTheSelection)
     }
     m_Tree->Reset();
     EXPECT_EQ(m_Tree->GetSelection(0, 2, nullptr), -1);
-    // The manager leaves when it lets go of the tree.
-    EXPECT_EQ(m_Tree.As<IEventSource>()->Advise(nullptr, ADVISE_REMOVE), S_OK);
-    EXPECT_EQ(m_Tree.As<IEventSource>()->GetAdviseCount(), 0);
 }
 
-// Names, codes and states of verbs are read back by the Bible's menu test; here the lookups.
+// Names, codes, states and positions of verbs are read back by the Bible's menu test; here the lookups.
 TEST_F(UITest, VerbsAreFoundByCode)
 {
     auto verbs = Create<IUIVerbCollection>(L"UIVerbCollection");
@@ -149,10 +143,6 @@ TEST_F(UITest, VerbsAreFoundByCode)
         int index = verbs->get_Index(c[0]);
         EXPECT_EQ(index < 0 ? -1 : index, c[1]) << c[0];
     }
-    SmartPtr<IUnknown> verb;
-    EXPECT_EQ(verbs->get_Item(2, verb.Receive()), S_OK);
-    EXPECT_EQ(Text(verb), L"102");
-    EXPECT_LT(verbs->get_Item(3, verb.Receive()), 0);
 }
 
 TEST_F(UITest, DialogsAnswerAsTheHostSays)
@@ -163,26 +153,21 @@ TEST_F(UITest, DialogsAnswerAsTheHostSays)
     auto state = utils.As<IUIPropInterrogate>();
     int shownBefore = 0;
     state->Inquire(UIUTILS_SHOWN, &shownBefore);
-    struct Case {
-        int answer;
-        int32_t saved, shown;
-        bool exists;
-    } cases[] = {{UIDIALOG_CANCEL, S_FALSE, S_FALSE, false}, {UIDIALOG_OK, S_OK, S_OK, true}};
-    int round = 0;
-    for (const Case& c : cases) {
+    // A cancelled dialog answers S_FALSE and saves nothing; an accepted one S_OK.
+    for (auto [answer, result] : {std::pair{UIDIALOG_CANCEL, S_FALSE}, {UIDIALOG_OK, S_OK}}) {
         // The answer holds for every dialog object of the process.
-        ASSERT_EQ(state->Control(UIUTILS_ANSWER, c.answer), S_OK);
+        ASSERT_EQ(state->Control(UIUTILS_ANSWER, answer), S_OK);
         auto other = Create<IUIUtils>(L"UIUtils");
-        auto file = folder / ("saved" + std::to_string(round++) + ".ini");
+        auto file = folder / ("saved" + std::to_string(answer) + ".ini");
         auto ini = Create<IFileArchive>(L"INIFile");
         ini->put_Filename(Str(file.wstring()));
         ini.As<IINIFile>()->put_Section(Str(L"Bible"));
         ini.As<IParametersCreatable>()->Add(Str(L"1"), Str(L"Genesis"), nullptr, 0);
-        EXPECT_EQ(other->ShowFileArchive(ini, 0, 1, 1, 0, -1, 0), c.saved);
-        EXPECT_EQ(std::filesystem::exists(file), c.exists);
+        EXPECT_EQ(other->ShowFileArchive(ini, 0, 1, 1, 0, -1, 0), result);
+        EXPECT_EQ(std::filesystem::exists(file), result == S_OK);
         SmartPtr<IUnknown> frame;
         ASSERT_EQ(other->ShowPropertyFrame(nullptr, ini, 3, nullptr, frame.Receive(), 4, 0), S_OK);
-        EXPECT_EQ(frame.As<IUIPropertyFrame>()->Show(1, 2), c.shown);
+        EXPECT_EQ(frame.As<IUIPropertyFrame>()->Show(1, 2), result);
     }
     int shown = 0;
     state->Inquire(UIUTILS_SHOWN, &shown);

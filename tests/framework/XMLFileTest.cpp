@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "support/Collections.h"
+#include "support/Streams.h"
 
 using namespace vxtest;
 
@@ -36,12 +37,9 @@ class XMLFileTest : public ModuleTest {
 protected:
     SmartPtr<IFileArchive> Load(const std::string& bytes, int32_t* result = nullptr)
     {
-        auto path = m_Folder / "bible.xml";
-        WriteBytes(path, bytes);
+        WriteBytes(m_Folder / "bible.xml", bytes);
         auto file = Create<IFileArchive>(L"XMLFile");
-        EXPECT_TRUE(file);
-        file->put_Filename(Str(path.wstring()));
-        int32_t loaded = file->Load();
+        int32_t loaded = ArchiveLoad(file, m_Folder / "bible.xml");
         if (result)
             *result = loaded;
         return file;
@@ -90,8 +88,7 @@ TEST_F(XMLFileTest, StreamReadsTheSameTextAndAMissingFileNothing)
     EXPECT_EQ(Text(title), L"KJV");
 
     auto missing = Create<IFileArchive>(L"XMLFile");
-    missing->put_Filename(Str((m_Folder / "none.xml").wstring()));
-    EXPECT_LT(missing->Load(), 0);
+    EXPECT_LT(ArchiveLoad(missing, m_Folder / "none.xml"), 0);
     EXPECT_FALSE(missing.As<IParameters>());
     EXPECT_LT(missing.As<IXMLFile>()->get_Stream(stream.Receive()), 0);
 }

@@ -9,7 +9,10 @@
 
 namespace {
 
+using vxtest::Narrow;
 using vxtest::Text;
+
+CREFString View(const std::wstring& text) { return CREFString(text.data(), int32_t(text.size())); }
 
 class ConversionTest : public vxtest::ModuleTest {
 protected:
@@ -68,18 +71,12 @@ TEST_F(ConversionTest, VariantFormats)
     for (const auto& c : cases)
         EXPECT_EQ(Made(ISCreate(c.variant.get(), c.format)), c.text) << "format " << c.format;
     EXPECT_EQ(ISCreate(static_cast<IVariant*>(nullptr), short(-1)), nullptr);
-}
-
-// A string comes back as the very string held, even where it is no number.
-TEST_F(ConversionTest, AVariantOfAStringReadsAsThatString)
-{
-    auto variant = vxtest::Variant(L"abc");
-    SmartPtr<IString> text;
-    variant->get_String(text.Receive());
-    auto plain = SmartPtr<IString>::Adopt(ISCreate(variant.get()));
-    EXPECT_TRUE(SameObject(plain, text));
-    auto formatted = SmartPtr<IString>::Adopt(ISCreate(variant.get(), short(3)));
-    EXPECT_TRUE(SameObject(formatted, text));
+    // A string comes back as the very string held, plain or formatted, even where it is no number.
+    auto abc = Variant(L"abc");
+    SmartPtr<IString> held;
+    abc->get_String(held.Receive());
+    EXPECT_TRUE(SameObject(SmartPtr<IString>::Adopt(ISCreate(abc.get())), held));
+    EXPECT_TRUE(SameObject(SmartPtr<IString>::Adopt(ISCreate(abc.get(), short(3))), held));
 }
 
 TEST_F(ConversionTest, IntegersAndColoursParse)
@@ -94,16 +91,14 @@ TEST_F(ConversionTest, IntegersAndColoursParse)
         {L"2147483648", 10, int(0x80000000u)},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(_IS2Integer(CREFString(c.text.data(), int32_t(c.text.size())), c.base), c.value)
-            << vxtest::Narrow(c.text);
+        EXPECT_EQ(_IS2Integer(View(c.text), c.base), c.value) << Narrow(c.text);
 
     const struct { std::wstring text; int base; unsigned int value; } colours[] = {
         {L"#FF0000", 16, 0x0000FFu}, {L"#11223344", 10, 0x00443322u} /* the top byte goes */,
         {L"#00ff00", 10, 0x00FF00u}, {L"255", 10, 0xFF0000u},
     };
     for (const auto& c : colours)
-        EXPECT_EQ(_IS2Color(CREFString(c.text.data(), int32_t(c.text.size())), c.base), c.value)
-            << vxtest::Narrow(c.text);
+        EXPECT_EQ(_IS2Color(View(c.text), c.base), c.value) << Narrow(c.text);
 }
 
 TEST_F(ConversionTest, DoublesParse)
@@ -118,8 +113,7 @@ TEST_F(ConversionTest, DoublesParse)
         {L"0.0000000000000000009", 0.0},  // the nineteenth doesn't
     };
     for (const auto& c : cases)
-        EXPECT_DOUBLE_EQ(_IS2Double(CREFString(c.text.data(), int32_t(c.text.size()))), c.value)
-            << vxtest::Narrow(c.text);
+        EXPECT_DOUBLE_EQ(_IS2Double(View(c.text)), c.value) << Narrow(c.text);
     double negativeZero = _IS2Double(CREFString(L"-"));
     EXPECT_EQ(negativeZero, 0.0);
     EXPECT_TRUE(std::signbit(negativeZero));
@@ -139,8 +133,7 @@ TEST_F(ConversionTest, TheNumberTestTellsTheKind)
         {L"x1", VARIANT_NONE}, {L"+1", VARIANT_NONE},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(ISNumberKind(CREFString(c.text.data(), int32_t(c.text.size()))), c.kind)
-            << vxtest::Narrow(c.text);
+        EXPECT_EQ(ISNumberKind(View(c.text)), c.kind) << Narrow(c.text);
 }
 
 TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
@@ -156,7 +149,7 @@ TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
         {L"  ", VARIANT_NONE, 0, L""},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(vxtest::Narrow(c.text));
+        SCOPED_TRACE(Narrow(c.text));
         CREFString view(c.text.data(), int32_t(c.text.size()));
         auto variant = SmartPtr<IVariant>::Adopt(IVCreateConvert(view));
         ASSERT_TRUE(variant);

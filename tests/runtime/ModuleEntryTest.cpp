@@ -75,7 +75,7 @@ public:
     int m_Count = 1;
 };
 
-TEST_F(ModuleEntry, InitializeKeepsExactlyOneReference)
+TEST_F(ModuleEntry, OneSharedCollectionHeldOnceAndLoadedAgainWhenCleared)
 {
     CountingCollection probe;
     EXPECT_EQ(m_Initialize(nullptr, &probe), 0);
@@ -85,22 +85,15 @@ TEST_F(ModuleEntry, InitializeKeepsExactlyOneReference)
     EXPECT_EQ(probe.m_Count, 2);
     EXPECT_EQ(m_Initialize(nullptr, nullptr), 0);
     EXPECT_EQ(probe.m_Count, 1);
-    // Give the module the process's collection back.
-    auto collection = SmartPtr<IComponentCollection>::Adopt(GLOBALComponents());
-    ASSERT_TRUE(collection);
-    m_Initialize(nullptr, collection);
-}
 
-TEST_F(ModuleEntry, ClearedCollectionIsLoadedAgain)
-{
+    // Cleared, the process's collection is loaded again: one collection, however reached.
     auto first = SmartPtr<IComponentCollection>::Adopt(GLOBALComponents());
-    ASSERT_TRUE(first);
     ModuleInitialize(nullptr);
     EXPECT_FALSE(gGlobalComponentCollection);
     auto second = SmartPtr<IComponentCollection>::Adopt(GLOBALComponents());
-    ASSERT_TRUE(second);
-    // There is one collection in the process, however it is reached.
+    ASSERT_TRUE(first && second);
     EXPECT_TRUE(SmartPtr<IUnknown>(first.get()) == second.get());
+    m_Initialize(nullptr, second); // the module gets the process's collection back
 }
 
 TEST_F(ModuleEntry, RecordsByNameAndByCreation)
