@@ -59,7 +59,9 @@ std::string RealToText(double value)
     else
         plain = "0." + std::string(size_t(-exponent - 1), '0') + digits;
 
-    char power[8];
+    // A double's exponent has three digits at most; the room for any int keeps the
+    // compiler from warning of a cut.
+    char power[16];
     std::snprintf(power, sizeof(power), "e%c%02d", exponent < 0 ? '-' : '+', exponent < 0 ? -exponent : exponent);
     std::string scaled = digits.substr(0, 1) + (count > 1 ? "." + digits.substr(1) : "") + power;
     return sign + (scaled.size() < plain.size() ? scaled : plain);
