@@ -11,7 +11,7 @@ through diatheke, made into long texts and converted by `vxhost bible convert`:
 The WEB's deuterocanonical books stand in its long text where the module has
 them, between Malachi and Matthew; they are books like any other to the step.
 Times are medians, of the wall clock and of the processor time (user and system)
-the run took. Texts are cached in ${TMPDIR:-/tmp}/vxbench, never committed.
+the run took. Texts are cached in the benchmarks' folder (bench_cache.py), never committed.
 Usage: bible_convert.py [VXHOST]   Needs: sword-text-kjv sword-text-web diatheke"""
 import os
 import random
@@ -20,12 +20,13 @@ import shutil
 import statistics
 import subprocess
 import sys
-import tempfile
 import time
+
+import bench_cache
 
 PAIRS = int(os.environ.get("VX_BENCH_PAIRS", "9"))
 SAMPLES = 30
-CACHE = os.path.join(os.environ.get("TMPDIR", tempfile.gettempdir()), "vxbench")
+CACHE = bench_cache.folder()
 # "Book C:V: ", at the start of a line or behind the last tag ahead of it.
 REFERENCE = re.compile(r"(?:^|>)\s*([^<>\s][^<>]*?) (\d+):(\d+):(?: |$)")
 # Names that diatheke prints but does not read back.

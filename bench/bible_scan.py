@@ -14,7 +14,8 @@ import resource
 import statistics
 import subprocess
 import sys
-import tempfile
+
+import bench_cache
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
@@ -35,9 +36,7 @@ def seconds(host, book):
 def main():
     host = os.path.abspath(sys.argv[1] if len(sys.argv) > 1 else os.path.join(ROOT, "build", "vxhost"))
     rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 15
-    cache = os.path.join(tempfile.gettempdir(), "vxcore-bench")
-    os.makedirs(cache, exist_ok=True)
-    psalms = os.path.join(cache, "psalms.bbl")
+    psalms = bench_cache.folder("psalms.bbl")
     if not os.path.exists(psalms):
         subprocess.run([sys.executable, os.path.join(ROOT, "bench", "kjv_book.py"), "Psalms", "Psalms", psalms],
                        check=True)

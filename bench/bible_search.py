@@ -12,6 +12,8 @@ import sys
 import tempfile
 import time
 
+import bench_cache
+
 PAIRS = int(os.environ.get("VX_BENCH_PAIRS", "9"))
 HERE = os.path.dirname(os.path.abspath(__file__))
 
@@ -47,8 +49,7 @@ def kjv_module():
 
 def folder_bible(host):
     """The KJV folder Bible of bible_convert.sh's cache, made by that script if missing."""
-    cache = os.environ.get("VX_BENCH_CACHE", os.path.join(tempfile.gettempdir(), "vxcore-bench"))
-    folder = os.path.join(cache, "out-kjv")
+    folder = bench_cache.folder("out-kjv")
     if not os.path.isfile(os.path.join(folder, "bible.ini")):
         env = dict(os.environ, VXHOST=host, VX_BENCH_PAIRS="1")
         subprocess.run(["bash", os.path.join(HERE, "bible_convert.sh")], env=env, stdout=subprocess.DEVNULL)

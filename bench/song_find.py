@@ -6,10 +6,10 @@ import os
 import statistics
 import subprocess
 import sys
-import tempfile
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import bench_cache  # noqa: E402
 import song_library  # noqa: E402
 
 ROUNDS = 5
@@ -17,7 +17,7 @@ ROUNDS = 5
 
 def library(count):
     # Written once, kept in the temporary folder for the next run.
-    folder = os.path.join(tempfile.gettempdir(), "vxcore-bench-songs-%d" % count)
+    folder = bench_cache.folder("songs-%d" % count)
     if not os.path.isdir(folder):
         song_library.write_library(folder + ".part", count)
         os.rename(folder + ".part", folder)
