@@ -5,6 +5,7 @@ import tempfile
 
 
 def folder(*parts):
-    base = os.environ.get("VX_BENCH_CACHE") or os.path.join(os.environ.get("TMPDIR", tempfile.gettempdir()), "vxbench")
+    # gettempdir() already follows TMPDIR.
+    base = os.environ.get("VX_BENCH_CACHE") or os.path.join(tempfile.gettempdir(), "vxbench")
     os.makedirs(base, exist_ok=True)
     return os.path.join(base, *parts)

@@ -237,11 +237,11 @@ TEST_F(FolderStreamTest, AFailedSaveLeavesTheEarlierFileWhole)
         fs::path target = folder / (trouble == NoFolder ? "none/doc.tBL" : "doc.tBL");
         if (trouble == FolderInTheWay)
             fs::create_directories(target / "inside");
-        if (trouble == DiskFull)
-            fs::copy_file(folder / "earlier.tBL", target);
         std::optional<SmallFileLimit> limit;
-        if (trouble == DiskFull)
+        if (trouble == DiskFull) {
+            fs::copy_file(folder / "earlier.tBL", target);
             limit.emplace();
+        }
         int32_t result = Save(stream, target);
         limit.reset();
         EXPECT_LT(result, 0);

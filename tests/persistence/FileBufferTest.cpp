@@ -14,10 +14,9 @@ namespace {
 
 using Bytes = std::string;
 using Elements = std::vector<uint32_t>;
+using vxtest::View;
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
-
-CREFString View(const std::wstring& text) { return CREFString(text.data(), int32_t(text.size())); }
 
 struct Loaded {
     int32_t m_Result = 0;

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 int32_t Save(const fs::path& file, const std::string& bytes, short append)
 {
     std::wstring name = file.wstring();
-    return FileArchiveSave(CREFString(name.data(), int32_t(name.size())),
+    return FileArchiveSave(View(name),
                            reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data())),
                            static_cast<unsigned long>(bytes.size()), 0, append);
 }

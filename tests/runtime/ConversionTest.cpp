@@ -11,8 +11,7 @@ namespace {
 
 using vxtest::Narrow;
 using vxtest::Text;
-
-CREFString View(const std::wstring& text) { return CREFString(text.data(), int32_t(text.size())); }
+using vxtest::View;
 
 class ConversionTest : public vxtest::ModuleTest {
 protected:
@@ -150,7 +149,7 @@ TEST_F(ConversionTest, ConvertMakesTheVariantTheTextAsks)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(Narrow(c.text));
-        CREFString view(c.text.data(), int32_t(c.text.size()));
+        CREFString view = View(c.text);
         auto variant = SmartPtr<IVariant>::Adopt(IVCreateConvert(view));
         ASSERT_TRUE(variant);
         EXPECT_EQ(std::wstring(view.m_Buffer, size_t(view.m_Length)), c.kept);

@@ -14,7 +14,7 @@ Imported Import(IVXSong* song, const std::wstring& paste, const std::wstring& fi
     auto archive = QueryAs<IFileArchive>(song);
     if (!file.empty())
         archive->put_Filename(Str(file));
-    EXPECT_EQ(song->SetVerses(CREFString(paste.data(), int32_t(paste.size())), SONGVERSES_CCLI), S_OK);
+    EXPECT_EQ(song->SetVerses(View(paste), SONGVERSES_CCLI), S_OK);
     SmartPtr<IString> name;
     archive->get_Filename(name.Receive());
     return {VersesOf(song), AttributesOf(song), Text(name)};

@@ -28,7 +28,7 @@ std::wstring LoadText(const fs::path& file)
     std::wstring name = file.wstring();
     void* data = nullptr;
     unsigned long size = 0;
-    if (FileArchiveLoad(CREFString(name.data(), int32_t(name.size())), &data, &size, FILELOAD_TEXT, 0) < 0)
+    if (FileArchiveLoad(View(name), &data, &size, FILELOAD_TEXT, 0) < 0)
         return L"<missing>";
     std::wstring text(static_cast<wchar_t*>(data), size);
     delete[] static_cast<wchar_t*>(data);

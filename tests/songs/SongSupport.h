@@ -67,7 +67,7 @@ inline std::wstring SongText(IVXSong* song, short flags)
 
 inline void SetText(IVXSong* song, const std::wstring& text, short mode = SONGVERSES_PARSE)
 {
-    song->SetVerses(CREFString(text.data(), int32_t(text.size())), mode);
+    song->SetVerses(View(text), mode);
 }
 
 inline int ArchiveFlag(IUnknown* song, int code)

@@ -21,7 +21,7 @@ void EnterBuildFolder()
 SmartPtr<IString> Str(const std::wstring& text)
 {
     EnterBuildFolder();
-    return SmartPtr<IString>::Adopt(ISCreate(CREFString(text.data(), int32_t(text.size()))));
+    return SmartPtr<IString>::Adopt(ISCreate(View(text)));
 }
 
 std::wstring Text(IUnknown* object)

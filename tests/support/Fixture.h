@@ -23,6 +23,9 @@ template <class I> SmartPtr<I> Create(const wchar_t* component)
     return SmartPtr<I>::Adopt(static_cast<I*>(static_cast<void*>(CreateObject(CREFString(component), &iid))));
 }
 
+// A view of the whole text, without its terminator.
+inline CREFString View(const std::wstring& text) { return CREFString(text.data(), int32_t(text.size())); }
+
 // A framework string holding the text.
 SmartPtr<IString> Str(const std::wstring& text);
 

@@ -34,7 +34,7 @@ template <class V> SmartPtr<IUnknown> Var(V value) { return SmartPtr<IUnknown>(V
 inline SmartPtr<IUnknown> Info(const std::wstring& author)
 {
     auto info = Create<IFileInfo>(L"FileInfo");
-    info->put_Author(CREFString(author.data(), int32_t(author.size())));
+    info->put_Author(View(author));
     return SmartPtr<IUnknown>(info.get());
 }
 
